@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#include "support/number.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+double convert_number(const char *text, int &error)
+{
+    double value = 0.0;
+    const char *end = fast_number(text, text + std::strlen(text), value);
+    // Only a number that uses the whole text is beyond doubt: "0X1P3" starts with a decimal zero.
+    if (end != nullptr && *end == '\0') {
+        error = 0;
+        return value;
+    }
+    errno = 0;
+    value = std::strtod(text, nullptr);
+    error = errno;
+    return value;
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "support/os_layer.h"
+
+#ifdef _WIN32
+#include "support/transcript.h"
+
+#include <ctime>
+#else
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
+std::uint64_t tundra_os_filetime_to_size_t(std::uint64_t filetime)
+{
+    return filetime;
+}
+
+#ifdef _WIN32
+
+void tundra_os_capture_user_sys_times(double *user, double *sys)
+{
+    *user = static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+    *sys = 0.0;
+}
+
+bool tundra_os_truncate_file(const char *, std::int64_t)
+{
+    transcript_puts("ERROR: tundra::os::truncate_file not implemented on windows...\n");
+    return false;
+}
+
+#else
+
+void tundra_os_capture_user_sys_times(double *user, double *sys)
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval &t) {
+        return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) * 1e-6;
+    };
+    *user = seconds(usage.ru_utime);
+    *sys = seconds(usage.ru_stime);
+}
+
+bool tundra_os_truncate_file(const char *path, std::int64_t length)
+{
+    return truncate(path, static_cast<off_t>(length)) == 0;
+}
+
+#endif
+
+int tundra_os_is_readable(const char *)
+{
+    return 1;
+}
+
+int tundra_os_is_writable(const char *)
+{
+    return 1;
+}
+
+int tundra_os_is_executable(const char *)
+{
+    return 1;
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// Storage for records that live until the process exits: zero-filled and handed out from large
+// slabs, so that a record costs no allocator header and its neighbours in a list are its
+// neighbours in memory.
+#ifndef TRESK_SUPPORT_SLAB_H
+#define TRESK_SUPPORT_SLAB_H
+
+#include <cstddef>
+#include <string_view>
+#include <type_traits>
+
+// A zero-filled slab of at least bytes (aligned to 2 MiB when it is that large). Ends the run when
+// memory is exhausted. Sets bytes to the size obtained.
+void *new_slab(std::size_t &bytes);
+
+// Size of the slab that follows one of the given size: small at first so that a tiny file stays
+// tiny, then doubling up to what makes page faults rare.
+std::size_t next_slab_size(std::size_t bytes);
+
+// A zero-terminated copy of text that lives until the process exits.
+char *slab_text(std::string_view text);
+
+// Hands out zero-filled records of one type.
+template <typename Record> class Slab
+{
+    static_assert(std::is_trivially_destructible_v<Record>, "records are never destroyed");
+
+  public:
+    Record *take()
+    {
+        if (next_ == end_) {
+            refill();
+        }
+        return next_++;
+    }
+
+  private:
+    void refill()
+    {
+        size_ = next_slab_size(size_);
+        std::size_t bytes = size_;
+        next_ = static_cast<Record *>(new_slab(bytes));
+        end_ = next_ + bytes / sizeof(Record);
+    }
+
+    Record *next_ = nullptr;
+    Record *end_ = nullptr;
+    std::size_t size_ = 0;
+};
+
+#endif

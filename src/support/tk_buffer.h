@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+// The scanner of punch-file text. It holds one input line at a time with a read index, joins
+// continuation lines, and hands out fields (upper-cased words), signal names (with bus ranges
+// expanded into one name per element), raw strings and whole lines. One file is scanned at a time.
+//
+// The current line is not copied: it is a view of the stream's window, ended by a byte that no line
+// can contain (line feed, NUL or 255). A NUL ends the line's text, a byte 255 the whole file. Every
+// call may read on and so invalidate earlier views; callers copy what they keep.
+//
+// The end is final: once the end of the file or the end marker "*$$" was met, every further line is
+// an empty line with tk_eofflag and tk_eolnflag set.
+#ifndef TRESK_SUPPORT_TK_BUFFER_H
+#define TRESK_SUPPORT_TK_BUFFER_H
+
+#include "support/punch_stream.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// State of the scanner, written by the functions below. Readers may clear tk_eolnflag where a
+// statement ends and set tk_eofflag to stop reading.
+extern const char *tk_BUF;        // the current line, without its line feed; a CR stays in it
+extern std::size_t tk_BUFlength;  // its length in bytes
+extern std::size_t tk_BUFindex;   // next character to read
+extern std::int64_t tk_BUFoffset; // file offset of its first byte
+extern int tk_eofflag;            // the end of the file, or the end marker, was reached
+extern int tk_eolnflag;           // the field just returned ended its logical line
+extern int tk_argflag;            // the field just returned was followed by "="
+extern int tk_error;              // a line copy could not be made (never: allocation failures end the run)
+extern int tk_skipcomments;       // skip "*" lines between fields; punch files are read with it off
+extern std::string tk_field;      // result of tk_nxfield and tk_nxsignal
+extern std::string namebuf;       // result of tk_nxString
+extern int tk_splitting_bus;      // elements of a bus range are still to be returned
+
+// Starts a file: reads its first line, then clears the flags and any bus range left over.
+void tk_BUFinit(PunchStream &stream);
+
+// Reads the next line. Lines beginning with "*$" and continuations with nothing on them are passed
+// over.
+void tk_BUFreadLine(PunchStream &stream);
+
+// The character at the read index, a..z in upper case, or NUL at the end of the line. Does not advance.
+char tk_nxchar();
+
+// The next field, in upper case. A field that begins with "(" or "#" is a group up to its closing
+// character, returned without blanks behind a "#".
+const std::string &tk_nxfield(PunchStream &stream);
+
+// The next field as a number where the fast path can convert it; false leaves the scanner where it
+// was, for tk_nxfield and the checked conversion to decide.
+bool tk_nxnumber(PunchStream &stream, double &value);
+
+// Takes count fields and keeps the last one only.
+void tk_dropfields(PunchStream &stream, int count);
+
+// Steps over the next field without handing it out in tk_field.
+void tk_skipfield(PunchStream &stream);
+
+// The next signal name, case kept.
+const std::string &tk_nxsignal(PunchStream &stream);
+
+// The raw text up to the next space. Uses up the line it ends.
+const std::string &tk_nxString(PunchStream &stream);
+
+// Whether the scanner still stands on the line that the last field ended in.
+bool tk_onFieldLine();
+
+// What follows the last field on its line, without the first skip characters; empty when that field
+// was the last of its line.
+std::string_view tk_textAfterField(std::size_t skip);
+
+// The rest of the current line, blanks included. Leaves an empty line behind, so that the bytes
+// after it can be read straight from the stream.
+std::string tk_takeRestOfLine();
+
+// A copy of the whole current line; then reads the next one.
+char *tk_nxLine(PunchStream &stream);
+
+char *tk_BUFcpStr();                                              // a copy of the whole current line
+char *tk_NEWstr(const char *text);                                // a copy of text, null for null
+char *tk_STRappend(const char *first, const char *second);        // both texts joined
+const char *tk_BUFsubName(const char *first, const char *second); // makes "first.second" the current line
+
+// Saves the place of the scanner, and goes back to it. A pending bus range is left alone.
+void tk_BUFmark(PunchStream &stream);
+void tk_BUFrestore(PunchStream &stream);
+
+#endif
