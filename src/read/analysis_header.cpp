@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "read/analysis_header.h"
+
+#include "read/checked_number.h"
+#include "read/read_state.h"
+#include "read/signal_totals.h"
+#include "support/settings.h"
+#include "support/slab.h"
+#include "support/tk_buffer.h"
+#include "support/transcript.h"
+
+#include <cstdlib>
+
+namespace
+{
+
+struct Variant {
+    int rerun = 0;
+    int modify = 0;
+    double temperature = 0.0;
+};
+
+// Reads program, date and time, and the marker of the header's second line. A header without DATE
+// has its marker in that place or behind it.
+bool read_origin(PunchStream &stream)
+{
+    tk_dropfields(stream, 3);
+    if (tk_field == "*") {
+        return true;
+    }
+    if (tk_field == "DATE") {
+        rundate = slab_text(tk_nxfield(stream));
+        tk_dropfields(stream, 2);
+        runtime = slab_text(tk_field);
+    }
+    return tk_nxfield(stream) == "*";
+}
+
+bool read_variant(PunchStream &stream, Variant &variant)
+{
+    if (tk_nxfield(stream) != "RERUN_NUMBER") {
+        return false;
+    }
+    variant.rerun = std::atoi(tk_nxfield(stream).c_str());
+    if (tk_nxfield(stream) != "TEMPERATURE") {
+        return false;
+    }
+    variant.temperature = next_number(stream);
+    if (tk_nxfield(stream) != "MODIFY") {
+        return false;
+    }
+    variant.modify = std::atoi(tk_nxfield(stream).c_str());
+    return true;
+}
+
+// Tells of the modify just finished and of the one that begins.
+void report_new_modify(ReaderState &state)
+{
+    if (!state.first_header) {
+        print_signal_totals();
+    }
+    state.first_header = false;
+    if (!pun_index) {
+        transcript_printf("  Reading rerun %d modify %d :\n", state.rerun->number, state.modify->number);
+    }
+}
+
+void enter_variant(ReaderState &state, const Variant &variant)
+{
+    if (state.rerun == nullptr || state.rerun->number != variant.rerun) {
+        open_rerun(state, variant.rerun, variant.modify, variant.temperature);
+    } else if (state.modify->number != variant.modify) {
+        open_modify(state, variant.modify, variant.temperature);
+    } else {
+        state.modify->temperature = variant.temperature;
+        return;
+    }
+    report_new_modify(state);
+}
+
+} // namespace
+
+bool read_analysis_header(ReaderState &state)
+{
+    PunchStream &stream = *state.stream;
+    state.xunits = nullptr;
+    state.xfunc = nullptr;
+    state.analysis = analysis_of_header_word(tk_nxfield(stream).c_str());
+    if (state.analysis == kNoAnalysis) {
+        transcript_printf("ERROR : unknown analysis type in punch file (%s)\n", tk_field.c_str());
+        return false;
+    }
+    Variant variant;
+    if (!read_origin(stream) || !read_variant(stream, variant)) {
+        transcript_puts("ERROR : nonstandard punch file syntax\n");
+        return false;
+    }
+    enter_variant(state, variant);
+    return true;
+}

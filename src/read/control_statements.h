@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Reader of the statements that begin with "." in a punch file: .IN and .FORCE.
+#ifndef TRESK_READ_CONTROL_STATEMENTS_H
+#define TRESK_READ_CONTROL_STATEMENTS_H
+
+#include "read/reader_state.h"
+
+// Reads the statement at which the scanner stands, into the current modify. An unknown statement is
+// skipped with a warning, which names the file.
+void read_control_statement(ReaderState &state);
+
+#endif

@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include "read/solution_reader.h"
+
+#include "read/binary_data.h"
+#include "read/checked_number.h"
+#include "read/codes.h"
+#include "read/read_state.h"
+#include "read/tk_alloc.h"
+#include "support/tk_buffer.h"
+#include "support/transcript.h"
+
+#include <string>
+
+namespace
+{
+
+// A list of values under construction.
+struct ValueList {
+    Isoln *head = nullptr;
+    Isoln **tail = &head;
+    int *counter;
+};
+
+// Reads the value named by token, which for an internal quantity is the first half of its name.
+void read_value(PunchStream &stream, std::string name, int type, int analysis, ValueList &list)
+{
+    if (type == INTERNAL) {
+        name += "," + tk_nxsignal(stream);
+    }
+    Isoln *value = tk_Isoln_alloc();
+    value->name = slab_text(name);
+    value->value = next_number(stream);
+    value->type = type;
+    value->analysis = analysis;
+    *list.tail = value;
+    list.tail = &value->next;
+    note_name_length(name.size());
+    ++*list.counter;
+}
+
+int *value_counter(int kind)
+{
+    switch (kind) {
+    case INOP:
+        return &INOPsigcnt;
+    case INTR:
+        return &INTRsigcnt;
+    case INPSS:
+        return &INPSSsigcnt;
+    default:
+        return &INDCsigcnt;
+    }
+}
+
+// The kind that a word of a .FORCE list switches to, 0 for any other name.
+int force_kind(const std::string &word)
+{
+    return word == "NODE"       ? NODE
+           : word == "INTERNAL" ? INTERNAL
+           : word == "IND"      ? IND
+           : word == "CAP"      ? CAP
+                                : 0;
+}
+
+// Reads the time line of a .FORCE statement. False, with the line skipped, when it is malformed.
+bool read_time_line(PunchStream &stream, TPsoln &solution)
+{
+    tk_dropfields(stream, 5);
+    if (tk_nxfield(stream) != "TIME") {
+        transcript_puts("WARNING : nonstandard punch file syntax in .force results - skipping\n");
+        while (!tk_eolnflag) {
+            tk_nxfield(stream);
+        }
+        return false;
+    }
+    solution.time = next_number(stream);
+    if (!tk_eolnflag) {
+        tk_BUFmark(stream);
+        tk_nxfield(stream);
+        if (tk_nxfield(stream) == "RERUN") {
+            tk_dropfields(stream, 2);
+        } else {
+            tk_BUFrestore(stream);
+        }
+    }
+    return true;
+}
+
+// Reads the forced values up to the end of the logical line.
+void read_forced_values(PunchStream &stream, ValueList &list)
+{
+    int type = NODE;
+    do {
+        const std::string token = tk_nxsignal(stream);
+        // The word of the kind in force is no kind word: a node may be called NODE.
+        const int kind = force_kind(token);
+        if (kind != 0 && kind != type) {
+            type = kind;
+        } else if (!tk_eolnflag) {
+            read_value(stream, token, type, kNoAnalysis, list);
+        }
+    } while (!tk_eolnflag);
+}
+
+// Skips to the line behind a binary OP value.
+void leave_binary_line(PunchStream &stream)
+{
+    int byte = 0;
+    do {
+        byte = stream_byte(stream);
+    } while (byte >= 0 && byte != '\n');
+    if (byte >= 0) {
+        tk_BUFreadLine(stream);
+    } else {
+        tk_eofflag = 1;
+    }
+}
+
+// Reads the two values behind a binary OP line: the sweep value, which is dropped, and the value. An
+// end mark in place of the first stands for a value of 0 and, in tk_eolnflag, for the end of the run.
+double read_binary_op_value(PunchStream &stream, int format)
+{
+    double value = 0.0;
+    BINrdFLT(stream, format);
+    if (!tk_eolnflag) {
+        value = BINrdFLT(stream, format);
+    }
+    leave_binary_line(stream);
+    return value;
+}
+
+} // namespace
+
+Isoln *tk_read_isoln(PunchStream &stream, int kind)
+{
+    ValueList list;
+    list.counter = value_counter(kind);
+    *list.counter = 0;
+    tk_nxfield(stream);
+    if (tk_nxchar() == '*') {
+        tk_dropfields(stream, 8); // a comment line that heads the values
+    }
+    int type = NODE;
+    while (!tk_eolnflag) {
+        const std::string token = tk_nxsignal(stream);
+        const int word = force_kind(token);
+        if (word == NODE || word == INTERNAL) {
+            type = word;
+        } else if (!tk_eolnflag) {
+            read_value(stream, token, type, kind, list);
+        }
+    }
+    return list.head;
+}
+
+Isoln *tk_read_op(PunchStream &stream, Isoln *list)
+{
+    int format = NO_DATA;
+    do {
+        Isoln *value = tk_Isoln_alloc();
+        value->next = list;
+        list = value;
+        const std::string &name = tk_nxsignal(stream);
+        value->name = slab_text(name);
+        note_name_length(name.size());
+        if (tk_nxfield(stream) == "YUNITS") {
+            value->yunits = slab_text(tk_nxfield(stream));
+            tk_nxfield(stream);
+        }
+        if (tk_field == "DATA") {
+            format = take_data_format();
+        }
+        // A format once met holds for the rest of the run of lines.
+        if (format == NO_DATA) {
+            value->value = next_number(stream); // the field before it is the sweep value
+        } else {
+            tk_takeRestOfLine();
+            value->value = read_binary_op_value(stream, format);
+        }
+        ++OPcnt;
+    } while (!tk_eolnflag && !tk_eofflag && tk_nxchar() != '*');
+    if (format != NO_DATA) {
+        tk_eolnflag = 0;
+    }
+    return list;
+}
+
+TPsoln *tk_read_TPsoln(PunchStream &stream, int analysis)
+{
+    ValueList list;
+    list.counter = analysis == TR ? &TRFORCEsigcnt : &PSSFORCEsigcnt;
+    *list.counter = 0;
+    TPsoln *solution = tk_TPsoln_alloc();
+    if (tk_nxchar() == '*' && !read_time_line(stream, *solution)) {
+        return nullptr;
+    }
+    if (tk_nxchar() == '*') {
+        tk_nxfield(stream);
+        if (!tk_eolnflag) {
+            tk_nxfield(stream);
+            solution->tshift = next_number(stream);
+            tk_dropfields(stream, 2);
+        }
+    }
+    if (!tk_eolnflag) {
+        read_forced_values(stream, list);
+    }
+    solution->isoln = list.head;
+    return solution;
+}

@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: MIT
+// The top-level grammar of a punch file: header and comment lines begin with "*", control
+// statements with ".", every other line is data of the current analysis.
+#include "read/tk_read.h"
+
+#include "read/analysis_header.h"
+#include "read/checked_number.h"
+#include "read/control_statements.h"
+#include "read/index_file.h"
+#include "read/index_table.h"
+#include "read/pole_zero_reader.h"
+#include "read/read_state.h"
+#include "read/reader_state.h"
+#include "read/record_dump.h"
+#include "read/solution_reader.h"
+#include "read/waveform_reader.h"
+#include "support/settings.h"
+#include "support/slab.h"
+#include "support/tk_buffer.h"
+#include "support/transcript.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace
+{
+
+int report_unopened(const char *name)
+{
+    const int reason = errno;
+    transcript_printf("  ERROR : Cannot open file %s\n", name);
+    transcript_printf("          %s\n\n", std::strerror(reason));
+    return reason == ENOENT ? READ_MISSING : READ_UNOPENED;
+}
+
+int open_file(const PF *file, PunchStream &stream)
+{
+    file_end = 0;
+    if (pun_index && !indexmirel && !prepare_punch_file(file->name)) {
+        return report_unopened(file->name);
+    }
+    if (!stream_open(stream, file->name)) {
+        return report_unopened(file->name);
+    }
+    if (pun_index) {
+        if (const char *unopened = open_index(file->name, stream)) {
+            const int result = report_unopened(unopened);
+            stream_close(stream);
+            return result;
+        }
+    }
+    return READ_GOOD;
+}
+
+// The title is the text from the second character behind the word, as it stands.
+void read_title(ReaderState &state)
+{
+    require_modify(state);
+    state.rerun->title = slab_text(tk_textAfterField(2));
+    if (tk_onFieldLine()) {
+        tk_BUFreadLine(*state.stream);
+    }
+}
+
+// A comment line in front of a pole-zero block may tell the time it was taken at:
+// "* TRANSIENT TPUNCH TIME = 1e-9".
+void read_comment(ReaderState &state, bool transient)
+{
+    PunchStream &stream = *state.stream;
+    if (tk_eolnflag) {
+        tk_eolnflag = 0;
+        return;
+    }
+    if (state.analysis == PZ && transient && tk_nxfield(stream) == "TPUNCH" && tk_nxfield(stream) == "TIME") {
+        state.force_time = next_number(stream);
+    } else if (!tk_eolnflag) {
+        tk_BUFreadLine(stream);
+    }
+}
+
+// Reads a "*" line. Returns false when it is a header that cannot be read.
+bool read_star_line(ReaderState &state)
+{
+    PunchStream &stream = *state.stream;
+    tk_nxfield(stream);
+    if (tk_eolnflag) {
+        tk_eolnflag = 0;
+        return true;
+    }
+    const std::string &keyword = tk_nxfield(stream);
+    if (keyword == "---") { // an index table: no data follows
+        tk_eofflag = 1;
+    } else if (keyword == "ANALYSIS") {
+        return read_analysis_header(state);
+    } else if (keyword == "XUNITS") {
+        state.xunits = slab_text(tk_nxfield(stream));
+        if (state.analysis == TR && (tk_field == "FREQ" || tk_field == "HERTZ")) {
+            state.analysis = FOUR;
+        }
+    } else if (keyword == "X_FUNCTION") {
+        state.xfunc = slab_text(tk_nxfield(stream));
+    } else if (keyword == "TITLE") {
+        read_title(state);
+    } else {
+        read_comment(state, keyword == "TRANSIENT");
+    }
+    return true;
+}
+
+void read_pole_zero_block(ReaderState &state)
+{
+    PZform *block = tk_read_pzform(*state.stream);
+    if (state.modify->pzform == nullptr) {
+        state.modify->pzform = block;
+    } else {
+        state.last_block->next = block;
+    }
+    if (block != nullptr) {
+        block->tpunch_time = state.force_time;
+        state.last_block = block;
+        if (debugging(DEBUG_READ)) {
+            print_pzform(state.rerun, state.modify, block);
+        }
+    }
+    ++PZcnt;
+    state.force_time = 0.0;
+}
+
+void read_signal(ReaderState &state)
+{
+    Wform *signal = tk_read_wform(*state.stream, state.analysis);
+    if (state.new_modify || state.last_signal == nullptr) {
+        state.modify->wform = signal;
+    } else {
+        state.last_signal->next = signal;
+    }
+    state.last_signal = signal;
+    state.new_modify = false;
+    signal->xunits = tk_NEWstr(state.xunits);
+    signal->xfunc = tk_NEWstr(state.xfunc);
+    if (debugging(DEBUG_READ)) {
+        print_wform(state.rerun, state.modify, signal);
+    }
+    if (indexmirel) {
+        print_mirel_entry(signal);
+    } else if (pun_index) {
+        print_wform_index(state.rerun, state.modify, signal);
+    }
+}
+
+// Reads a data line of the current analysis. Returns false when there is none.
+bool read_data_line(ReaderState &state)
+{
+    if (state.analysis == kNoAnalysis) {
+        transcript_puts("ERROR : illegal punch file format - unrecognized analysis type\n"
+                        "        or missing/incomplete punch file header.\n");
+        return false;
+    }
+    if (state.analysis == OP) {
+        state.modify->op = tk_read_op(*state.stream, state.modify->op);
+    } else if (state.analysis == PZ) {
+        read_pole_zero_block(state);
+    } else {
+        read_signal(state);
+    }
+    return true;
+}
+
+// Reads blocks up to the end of the file. Returns false at a fault.
+bool read_blocks(ReaderState &state)
+{
+    for (;;) {
+        const char c = tk_nxchar();
+        bool good = true;
+        if (tk_eofflag) {
+            return true;
+        }
+        if (c == '\0') {
+            tk_nxfield(*state.stream);
+        } else if (c == '.') {
+            read_control_statement(state);
+        } else if (c != '*') {
+            good = read_data_line(state);
+        } else if (tk_eolnflag) {
+            tk_eolnflag = 0;
+        } else {
+            good = read_star_line(state);
+        }
+        if (!good) {
+            return false;
+        }
+    }
+}
+
+} // namespace
+
+int readfile(PF *file)
+{
+    static PunchStream stream; // its window serves both files of a run
+    tk_skipcomments = 0;
+    transcript_flush(); // so that whoever waits sees what is being read
+    if (const int unopened = open_file(file, stream)) {
+        return unopened;
+    }
+    tk_BUFinit(stream);
+    ReaderState state;
+    state.stream = &stream;
+    state.file = file;
+    const bool good = read_blocks(state);
+    stream_close(stream);
+    if (!good) {
+        return READ_SYNTAX; // the format stays 0: whatever was read is no consistent file
+    }
+    file->format = fsFormatErr ? MIXED_BINARY : fsDataFormat;
+    if (pun_index) {
+        finish_index(file->name);
+    }
+    return READ_GOOD;
+}

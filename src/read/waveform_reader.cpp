@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: MIT
+#include "read/waveform_reader.h"
+
+#include "read/binary_data.h"
+#include "read/checked_number.h"
+#include "read/codes.h"
+#include "read/read_state.h"
+#include "read/tk_alloc.h"
+#include "read/waveform_points.h"
+#include "support/tk_buffer.h"
+#include "support/transcript.h"
+
+#include <string>
+
+namespace
+{
+
+constexpr double kNoMinimum = 1e30; // range fields of a signal without points
+constexpr double kNoMaximum = -1e30;
+
+int *signal_counter(int analysis)
+{
+    switch (analysis) {
+    case AC:
+        return &ACcnt;
+    case NOISE:
+        return &NOcnt;
+    case DC:
+        return &DCcnt;
+    case TR:
+        return &TRcnt;
+    case FOUR:
+        return &FOcnt;
+    case MR:
+        return &MRcnt;
+    case PSS:
+        return &PSScnt;
+    case PAC:
+        return &PACcnt;
+    case PXF:
+        return &PXFcnt;
+    case PNOISE:
+        return &PNOISEcnt;
+    case XF:
+        return &XFcnt;
+    case STB:
+        return &STBcnt;
+    default:
+        transcript_puts("ERROR in tk_read_wform, unknown or unexpected analysis type\n\n");
+        end_run(-1);
+    }
+}
+
+bool is_distortion_unit(const std::string &units)
+{
+    return units == "HD2" || units == "HD3" || units == "SIM2" || units == "DIM2" || units == "DIM3";
+}
+
+// The header of a signal is read one token ahead: the current token is the first that is not yet
+// used. There is none once the header has used up its logical line: such a signal has no points.
+class HeaderReader
+{
+  public:
+    HeaderReader(PunchStream &stream, Wform &wform) : stream_(stream), wform_(wform)
+    {
+        token_ = tk_nxsignal(stream_);
+    }
+
+    // Reads the header. Returns the current token: "DATA", or the first x of text data.
+    std::string read()
+    {
+        switch (wform_.analysis) {
+        case DC:
+        case FOUR:
+            take_units();
+            break;
+        case TR:
+        case MR:
+        case PSS:
+            take_time_shift();
+            take_units();
+            break;
+        default:
+            if (take_units()) {
+                classify();
+            }
+            break;
+        }
+        return token_;
+    }
+
+  private:
+    void next_token()
+    {
+        token_.clear();
+        if (!tk_eolnflag) {
+            token_ = tk_nxfield(stream_);
+        }
+    }
+
+    bool take_units()
+    {
+        if (token_ != "YUNITS") {
+            return false;
+        }
+        wform_.yunits = slab_text(tk_nxfield(stream_));
+        next_token();
+        return true;
+    }
+
+    // Units tell noise and distortion signals from their neighbours. ACcnt is taken back whatever
+    // the analysis was: the totals have always been counted so.
+    void classify()
+    {
+        const std::string units = wform_.yunits;
+        if (wform_.analysis == AC && units == "V/SQRT(HZ)") {
+            wform_.analysis = NOISE;
+            --ACcnt;
+            ++NOcnt;
+        } else if (is_distortion_unit(units)) {
+            wform_.analysis = DISTO;
+            --ACcnt;
+            ++DIcnt;
+        }
+    }
+
+    // The word before the value (DELAY) stands at the scanner.
+    void read_shift()
+    {
+        tk_nxfield(stream_);
+        wform_.tshift = next_number(stream_);
+        next_token();
+    }
+
+    // Goes back behind the first token, over one signal token, to what may be "PWL".
+    void step_to_pwl()
+    {
+        tk_BUFrestore(stream_);
+        tk_nxsignal(stream_);
+        next_token();
+        if (token_ == "PWL") {
+            read_shift();
+        }
+    }
+
+    // A transient signal may carry the time shift of a piecewise-linear source, in several old
+    // orders of words; which one it is shows only further on, so the place is marked.
+    void take_time_shift()
+    {
+        if (tk_eolnflag) {
+            return; // what follows belongs to the next logical line
+        }
+        tk_BUFmark(stream_);
+        if (token_ == "PWL") {
+            if (tk_nxsignal(stream_) == "DELAY" && tk_nxfield(stream_) != "PWL") {
+                tk_BUFrestore(stream_);
+                read_shift();
+            } else {
+                step_to_pwl();
+            }
+        } else if (token_ == "DATA") {
+            if (format_of_word(tk_nxsignal(stream_).c_str()) != NO_DATA) {
+                tk_BUFrestore(stream_);
+            } else {
+                step_to_pwl();
+            }
+        } else if (token_ != "YUNITS") {
+            look_ahead_for_pwl();
+        }
+    }
+
+    void look_ahead_for_pwl()
+    {
+        tk_nxsignal(stream_);
+        if (!tk_eolnflag && tk_nxsignal(stream_) == "PWL") {
+            step_to_pwl();
+        } else {
+            tk_BUFrestore(stream_);
+        }
+    }
+
+    PunchStream &stream_;
+    Wform &wform_;
+    std::string token_;
+};
+
+void note_format(int format)
+{
+    if (format == TEXT) {
+        if (fsDataFormat == NO_DATA) {
+            fsDataFormat = TEXT;
+        }
+    } else if (fsDataFormat < BINARY) {
+        fsDataFormat = format;
+    } else if (fsDataFormat != format) {
+        fsFormatErr = 1;
+    }
+}
+
+// Finds the line behind binary data. Anything but blanks, one byte and a line feed there means that
+// the reader has lost its place: the rest of the file is left unread.
+void leave_binary_data(PunchStream &stream)
+{
+    tk_eolnflag = 0;
+    int byte = 0;
+    do {
+        byte = stream_byte(stream);
+    } while (byte == '\0' || byte == ' ');
+    if (stream_byte(stream) != '\n') {
+        tk_eofflag = 1;
+    } else if (!tk_eofflag) {
+        tk_BUFreadLine(stream);
+    }
+}
+
+} // namespace
+
+Wform *tk_read_wform(PunchStream &stream, int analysis)
+{
+    Wform *wform = tk_Wform_alloc();
+    wform->analysis = analysis;
+    wform->xmin = wform->ymin = kNoMinimum;
+    wform->xmax = wform->ymax = kNoMaximum;
+    wform->offset = tk_BUFoffset;
+    const std::string &name = tk_nxString(stream);
+    wform->name = slab_text(name);
+    note_name_length(name.size());
+    ++*signal_counter(analysis);
+
+    const std::string token = HeaderReader(stream, *wform).read();
+    wform->format = token == "DATA" ? take_data_format() : TEXT;
+    note_format(wform->format);
+    if (wform->format == TEXT) {
+        read_text_points(stream, *wform, token);
+    } else {
+        if (!tk_eolnflag && !tk_eofflag) {
+            read_binary_points(stream, *wform);
+        }
+        leave_binary_data(stream);
+    }
+    return wform;
+}
