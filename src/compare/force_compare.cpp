@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "compare/force_compare.h"
+
+#include "compare/compare_state.h"
+#include "compare/exit_bits.h"
+#include "compare/missing_report.h"
+#include "compare/result_lines.h"
+#include "compare/solution_compare.h"
+#include "support/transcript.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace
+{
+
+// The statements of a list by time. A NaN is neither less nor greater than any time, so it counts as
+// equal to all of them.
+class TimeIndex
+{
+  public:
+    explicit TimeIndex(TPsoln *list)
+    {
+        for (TPsoln *point = list; point != nullptr; point = point->next) {
+            in_order_.push_back(point);
+            has_nan_ = has_nan_ || point->time != point->time;
+        }
+        if (!has_nan_) {
+            by_time_ = in_order_;
+            std::stable_sort(by_time_.begin(), by_time_.end(), earlier);
+        }
+    }
+
+    // Calls visit for every statement of the same time, in list order.
+    template <typename Visit> void for_each_at(TPsoln *point, Visit visit) const
+    {
+        if (has_nan_ || point->time != point->time) {
+            for (TPsoln *other : in_order_) {
+                if (!earlier(other, point) && !earlier(point, other)) {
+                    visit(other);
+                }
+            }
+            return;
+        }
+        const auto [first, last] = std::equal_range(by_time_.begin(), by_time_.end(), point, earlier);
+        std::for_each(first, last, visit);
+    }
+
+  private:
+    static bool earlier(const TPsoln *a, const TPsoln *b)
+    {
+        return a->time < b->time;
+    }
+
+    std::vector<TPsoln *> in_order_;
+    std::vector<TPsoln *> by_time_;
+    bool has_nan_ = false;
+};
+
+struct ForceFindings {
+    int fails = 0;
+    unsigned missing = 0;
+    unsigned bits = 0;
+};
+
+// Names the analysis by the code of a transient analysis, not of its .FORCE statements, and so tells
+// "PSS" for both kinds: kept as harnesses know it.
+const char *difference_name(const TPsoln &point)
+{
+    return point.analysis == TR ? "TR" : "PSS";
+}
+
+void compare_pair(TPsoln &ref, TPsoln &cmp, int code, ForceFindings &findings)
+{
+    ref.matched = 1;
+    cmp.matched = 1;
+    new_force_time = 1;
+    force_time = ref.time;
+    if (ref.tshift != cmp.tshift) {
+        transcript_puts("\nTSHIFT for .FORCE statement is different.\n");
+        print_both_files("%11.6E", ref.tshift, cmp.tshift);
+        findings.bits |= EXIT_ANALYSES;
+    }
+    if (ref.analysis != cmp.analysis) {
+        transcript_puts("\nAnalysis type for .FORCE statement is different.\n");
+        print_both_files(difference_name(ref), difference_name(cmp));
+        findings.bits |= EXIT_ANALYSES;
+    }
+    findings.bits |= compare_signals(ref.isoln, cmp.isoln, code, &findings.fails);
+    findings.missing += find_missing_signals(ref.isoln, cmp.isoln, code);
+}
+
+unsigned report_missing_points(const TPsoln *list, const char *other_file)
+{
+    unsigned count = 0;
+    for (const TPsoln *point = list; point != nullptr; point = point->next) {
+        if (!point->matched) {
+            print_tk_header(point->analysis);
+            ++count;
+            transcript_printf("Warning : %s .FORCE statement at time %11.6E is not present in the %s file.\n",
+                              point->analysis == TR_FORCE ? "TR" : "PSS", point->time, other_file);
+        }
+    }
+    return count;
+}
+
+} // namespace
+
+unsigned find_missing_TPsolutions(TPsoln *ref, TPsoln *cmp)
+{
+    const unsigned missing = report_missing_points(ref, "comparison");
+    return missing + report_missing_points(cmp, "reference");
+}
+
+unsigned force_compare(TPsoln *ref, TPsoln *cmp)
+{
+    new_force_time = 0;
+    ForceFindings findings;
+    const TimeIndex comparison_points(cmp);
+    for (TPsoln *point = ref; point != nullptr; point = point->next) {
+        // Results go under the analysis of the first statement, also where statements differ.
+        comparison_points.for_each_at(
+            point, [&](TPsoln *other) { compare_pair(*point, *other, ref->analysis, findings); });
+    }
+    findings.missing += find_missing_TPsolutions(ref, cmp);
+    const TPsoln *head = ref != nullptr ? ref : cmp;
+    print_tk_summary(findings.fails, static_cast<int>(findings.missing),
+                     head->analysis == TR_FORCE ? ".FORCE TR" : ".FORCE PSS");
+    return findings.missing != 0 ? findings.bits | EXIT_SIGNALS : findings.bits;
+}

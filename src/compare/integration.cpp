@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "compare/integration.h"
+
+#include "support/settings.h"
+#include "support/transcript.h"
+
+#include <algorithm>
+
+namespace
+{
+
+struct Grid {
+    double *area;
+    double dx;
+    double per_dx; // 1 / dx
+    int ndiv;
+
+    // Number of the interval that holds x. Times before 0 and times that are no number share -1, what
+    // lies behind the last entry shares ndiv + 1.
+    int interval(double x) const
+    {
+        const double place = x * per_dx;
+        if (place > -1.0 && place < ndiv + 1) {
+            return static_cast<int>(place);
+        }
+        return place > 0.0 ? ndiv + 1 : -1;
+    }
+
+    void add(int entry, double piece) const
+    {
+        if (entry > 0 && entry <= ndiv + 1) {
+            area[entry] += piece;
+        }
+    }
+};
+
+double trapezoid(double x0, double y0, double x1, double y1)
+{
+    return (x1 - x0) * (y0 + (y1 - y0) * 0.5);
+}
+
+void trace_same(double piece, const PT &from, const PT &to, int entry)
+{
+    transcript_printf("area = %g,  xold = %g,  x = %g,  yold = %g,  y = %g, index = %d\n", piece, from.x,
+                      to.x, from.val, to.val, entry);
+}
+
+// Traces a piece that ends at a boundary; the last one of a crossing is the left part of two.
+void trace_boundary(double piece, const PT &from, double x, double y, int boundary, int left, int right)
+{
+    if (boundary < right) {
+        transcript_printf("i = %d,  left_index = %d,  right_index = %d\n", boundary, left, right);
+    }
+    transcript_printf("%s = %g,  xold = %g,  xmid = %g,  yold = %g,  ymid = %g,  index = %d\n",
+                      boundary < right ? "a" : "leftarea", piece, from.x, x, from.val, y, boundary);
+}
+
+void trace_right(double piece, const PT &from, const PT &to, int entry)
+{
+    transcript_printf("rightarea = %g,  xmid = %g,  x = %g,  ymid = %g,  y = %g,  index = %d\n", piece,
+                      from.x, to.x, from.val, to.val, entry);
+}
+
+// Adds a segment that crosses the boundaries left + 1 to right, piece by piece. Boundaries outside
+// the grid are not walked.
+void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int right)
+{
+    const double slope = (to.val - from.val) / (to.x - from.x);
+    PT start = from;
+    for (int boundary = std::max(left + 1, 0); boundary <= right; ++boundary) {
+        const double x = boundary * grid.dx;
+        const double y = (x - start.x) * slope + start.val;
+        const double piece = trapezoid(start.x, start.val, x, y);
+        grid.add(boundary, piece);
+        if (debugging(DEBUG_INTEGRATION)) {
+            trace_boundary(piece, start, x, y, boundary, left, right);
+        }
+        start.x = x;
+        start.val = y;
+    }
+    const double piece = trapezoid(start.x, start.val, to.x, to.val);
+    grid.add(right + 1, piece);
+    if (debugging(DEBUG_INTEGRATION)) {
+        trace_right(piece, start, to, right + 1);
+    }
+}
+
+void integrate(const PT *points, const Grid &grid)
+{
+    const bool trace = debugging(DEBUG_INTEGRATION);
+    PT from = *points;
+    int left = grid.interval(from.x);
+    for (const PT *to = points->next; to != nullptr; to = to->next) {
+        const int right = grid.interval(to->x);
+        if (right < left) {
+            continue; // time went backwards
+        }
+        if (right == left) {
+            const double piece = trapezoid(from.x, from.val, to->x, to->val);
+            grid.add(left + 1, piece);
+            if (trace) {
+                trace_same(piece, from, *to, left + 1);
+            }
+        } else {
+            add_crossing(grid, from, *to, left, right);
+        }
+        from = *to;
+        left = right;
+    }
+}
+
+// The diagnostic variant: one running area, stored away at every boundary that is passed.
+void integrate_running(const PT *points, const Grid &grid)
+{
+    double running = 0.0;
+    PT from = *points;
+    int boundary = std::max(grid.interval(from.x), 0) + 1; // the next one to be passed
+    for (const PT *to = points->next; to != nullptr; to = to->next) {
+        if (to->x == from.x) {
+            continue;
+        }
+        const double slope = (to->val - from.val) / (to->x - from.x);
+        for (; boundary <= grid.ndiv && boundary * grid.dx <= to->x; ++boundary) {
+            const double x = boundary * grid.dx;
+            const double y = (x - from.x) * slope + from.val;
+            grid.area[boundary - 1] = running + trapezoid(from.x, from.val, x, y);
+            running = 0.0;
+            from.x = x;
+            from.val = y;
+        }
+        running += trapezoid(from.x, from.val, to->x, to->val);
+        from = *to;
+    }
+}
+
+} // namespace
+
+void intline(const Wform *w, double *area, double dx, int ndiv)
+{
+    area[0] = 0.0;
+    if (w->pts == nullptr) {
+        return;
+    }
+    const Grid grid{area, dx, 1.0 / dx, ndiv};
+    if (debugging(DEBUG_ALT_INTEGRATION)) {
+        integrate_running(w->pts, grid);
+    } else {
+        integrate(w->pts, grid);
+    }
+}

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+// Pairing by name in linear time. An index over the unmatched records of the comparison list gives
+// for a name and kind exactly the record that a search from the head of the list would find: the
+// first, in list order, that is not yet matched.
+#ifndef TRESK_COMPARE_PAIR_INDEX_H
+#define TRESK_COMPARE_PAIR_INDEX_H
+
+#include "read/records.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+// What must agree besides the name.
+inline int pair_kind(const Isoln &value)
+{
+    return value.type;
+}
+
+inline int pair_kind(const Wform &wform)
+{
+    return wform.analysis;
+}
+
+template <typename Record> class PairIndex
+{
+  public:
+    void add(Record *record)
+    {
+        entries_.push_back({record, hash_of(record->name, pair_kind(*record)), kNone});
+    }
+
+    // Finds the partner of a record, marks both as matched and returns it; null when there is none.
+    // The first call ends the time of add.
+    Record *match(Record &reference)
+    {
+        if (buckets_.empty()) {
+            build();
+        }
+        const std::size_t hash = hash_of(reference.name, pair_kind(reference));
+        for (std::uint32_t *link = &bucket(hash); *link != kNone; link = &entries_[*link].next) {
+            const Entry &entry = entries_[*link];
+            if (entry.hash == hash && pair_kind(*entry.record) == pair_kind(reference) &&
+                std::string_view(entry.record->name) == reference.name) {
+                *link = entry.next;
+                reference.matched = 1;
+                entry.record->matched = 1;
+                return entry.record;
+            }
+        }
+        return nullptr;
+    }
+
+  private:
+    static constexpr std::uint32_t kNone = UINT32_MAX;
+
+    struct Entry {
+        Record *record;
+        std::size_t hash;
+        std::uint32_t next; // entry behind this one in its bucket
+    };
+
+    static std::size_t hash_of(const char *name, int kind)
+    {
+        return std::hash<std::string_view>{}(name)*31 + static_cast<std::size_t>(kind);
+    }
+
+    std::uint32_t &bucket(std::size_t hash)
+    {
+        return buckets_[hash & (buckets_.size() - 1)];
+    }
+
+    // Filled from the back, so that each bucket holds its entries in list order.
+    void build()
+    {
+        std::size_t size = 1;
+        while (size < entries_.size() * 2) {
+            size *= 2;
+        }
+        buckets_.assign(size, kNone);
+        for (std::size_t i = entries_.size(); i-- > 0;) {
+            std::uint32_t &head = bucket(entries_[i].hash);
+            entries_[i].next = head;
+            head = static_cast<std::uint32_t>(i);
+        }
+    }
+
+    std::vector<Entry> entries_;
+    std::vector<std::uint32_t> buckets_;
+};
+
+#endif

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Comparison of time-domain waveforms, which two runs rarely sample at the same times: by the areas
+// under both curves over a common grid.
+#ifndef TRESK_COMPARE_TRANSIENT_COMPARE_H
+#define TRESK_COMPARE_TRANSIENT_COMPARE_H
+
+#include "read/records.h"
+
+// Compares all signals of analysis code (TR or PSS). Returns an ExitBit set.
+unsigned tr_compare(Wform *ref, Wform *cmp, unsigned code);
+
+#endif
