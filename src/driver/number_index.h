@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// Pairing of reruns and modifies by number.
+#ifndef TRESK_DRIVER_NUMBER_INDEX_H
+#define TRESK_DRIVER_NUMBER_INDEX_H
+
+#include "compare/exit_bits.h"
+#include "support/transcript.h"
+
+#include <unordered_map>
+
+// Finds the first record of a number in a list. Matched records are found again: a second record of
+// a number in the reference file meets the same partner.
+template <typename Form> class NumberIndex
+{
+  public:
+    // Records numbered no_partner are never found: the number is the mark for none.
+    NumberIndex(Form *list, int no_partner)
+    {
+        for (Form *form = list; form != nullptr; form = form->next) {
+            first_.emplace(form->number, form);
+        }
+        first_.erase(no_partner);
+    }
+
+    Form *find(int number) const
+    {
+        const auto found = first_.find(number);
+        return found != first_.end() ? found->second : nullptr;
+    }
+
+  private:
+    std::unordered_map<int, Form *> first_;
+};
+
+// Warns of every record of the list that is not matched. Returns EXIT_VARIANTS if there is one.
+template <typename Form> unsigned report_unmatched(const Form *list, const char *what, const char *other_file)
+{
+    unsigned bits = 0;
+    for (const Form *form = list; form != nullptr; form = form->next) {
+        if (!form->matched) {
+            bits = EXIT_VARIANTS;
+            transcript_printf("Warning : %s number %d is not present in %s file.\n", what, form->number,
+                              other_file);
+        }
+    }
+    return bits;
+}
+
+#endif
