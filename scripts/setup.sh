@@ -1,0 +1,51 @@
+#!/bin/sh
+# SPDX-License-Identifier: MIT
+# Installs what the build and the tests need and this machine lacks, or says what to install.
+# Arguments name further commands, each in the Debian package of the same name.
+set -eu
+
+need() { # <Debian package> <command that succeeds when it is there>...
+    package=$1
+    shift
+    "$@" >/dev/null 2>&1 </dev/null || missing="$missing $package"
+}
+
+has_googletest() {
+    echo '#include <gtest/gtest.h>' | "${CXX:-c++}" -E -x c++ -
+}
+
+find_missing() {
+    missing=
+    need g++ "${CXX:-c++}" --version
+    need cmake cmake --version
+    case ${CMAKE_GENERATOR:-} in
+    Ninja*) need ninja-build ninja --version ;;
+    *) need make make --version ;;
+    esac
+    need libgtest-dev has_googletest
+    for tool; do
+        need "$tool" command -v "$tool"
+    done
+}
+
+install_missing() {
+    command -v apt-get >/dev/null || return 0
+    as_root=
+    [ "$(id -u)" = 0 ] || as_root='sudo -n'
+    $as_root true 2>/dev/null || return 0
+    echo "Installing$missing"
+    $as_root apt-get -qq update </dev/null >/dev/null || true
+    # shellcheck disable=SC2086
+    $as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends $missing \
+        </dev/null >/dev/null || true
+}
+
+find_missing "$@"
+if [ "$missing" ]; then
+    install_missing
+    find_missing "$@"
+fi
+if [ "$missing" ]; then
+    echo "Please install these packages first (Debian names):$missing" >&2
+    exit 1
+fi

@@ -1,0 +1,14 @@
+#!/bin/sh
+# SPDX-License-Identifier: MIT
+# Builds tresk and runs all tests. Arguments go to cmake; BUILD_DIR names another build folder.
+set -eu
+cd "$(dirname "$0")/.."
+build=${BUILD_DIR:-build}
+jobs=$(nproc)
+werror=OFF
+[ "${CI:-}" != true ] || werror=ON
+
+scripts/setup.sh
+cmake -S . -B "$build" -DTRESK_BUILD_TESTS=ON -DTRESK_WERROR=$werror "$@"
+cmake --build "$build" --parallel "$jobs"
+ctest --test-dir "$build" --output-on-failure --no-tests=error --no-label-summary --parallel "$jobs"

@@ -1,0 +1,17 @@
+#!/bin/sh
+# SPDX-License-Identifier: MIT
+# Fails when an include of a source folder points upwards (support <- read <- compare <- driver) or is
+# not written from that folder. Usage: layering.sh <source folder>
+cd "$1" || exit 2
+status=0
+
+may_include() { # <layer> <layers it may include, separated by |>
+    includes=$(grep -rnE '^ *# *include *("|<(support|read|compare|driver)/)' "$1") || status=2
+    ! printf '%s\n' "$includes" | grep -vE "include *\"($2)/[a-z0-9_]+\.h\"" || status=1
+}
+
+may_include support 'support'
+may_include read 'support|read'
+may_include compare 'support|read|compare'
+may_include driver 'support|read|compare|driver'
+exit $status
