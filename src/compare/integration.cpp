@@ -26,11 +26,11 @@ struct Grid {
         return place > 0.0 ? ndiv + 1 : -1;
     }
 
-    void add(int entry, double piece) const
+    // The area of an entry; one for all that lies outside the grid.
+    double &at(int entry) const
     {
-        if (entry > 0 && entry <= ndiv + 1) {
-            area[entry] += piece;
-        }
+        static double outside = 0.0;
+        return entry > 0 && entry <= ndiv + 1 ? area[entry] : outside;
     }
 };
 
@@ -71,7 +71,7 @@ void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int 
         const double x = boundary * grid.dx;
         const double y = (x - start.x) * slope + start.val;
         const double piece = trapezoid(start.x, start.val, x, y);
-        grid.add(boundary, piece);
+        grid.at(boundary) += piece;
         if (debugging(DEBUG_INTEGRATION)) {
             trace_boundary(piece, start, x, y, boundary, left, right);
         }
@@ -79,7 +79,7 @@ void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int 
         start.val = y;
     }
     const double piece = trapezoid(start.x, start.val, to.x, to.val);
-    grid.add(right + 1, piece);
+    grid.at(right + 1) += piece;
     if (debugging(DEBUG_INTEGRATION)) {
         trace_right(piece, start, to, right + 1);
     }
@@ -90,6 +90,7 @@ void integrate(const PT *points, const Grid &grid)
     const bool trace = debugging(DEBUG_INTEGRATION);
     PT from = *points;
     int left = grid.interval(from.x);
+    double area = grid.at(left + 1); // of the current interval; written back when it is left
     for (const PT *to = points->next; to != nullptr; to = to->next) {
         const int right = grid.interval(to->x);
         if (right < left) {
@@ -97,16 +98,20 @@ void integrate(const PT *points, const Grid &grid)
         }
         if (right == left) {
             const double piece = trapezoid(from.x, from.val, to->x, to->val);
-            grid.add(left + 1, piece);
+            area += piece;
             if (trace) {
                 trace_same(piece, from, *to, left + 1);
             }
         } else {
+            grid.at(left + 1) = area;
             add_crossing(grid, from, *to, left, right);
+            area = grid.at(right + 1);
         }
-        from = *to;
+        from.x = to->x;
+        from.val = to->val;
         left = right;
     }
+    grid.at(left + 1) = area;
 }
 
 // The diagnostic variant: one running area, stored away at every boundary that is passed.

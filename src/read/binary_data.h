@@ -28,13 +28,13 @@ template <> struct BinaryLayout<double> {
 };
 
 // Decodes the value at bytes, its bytes swapped or not. Returns true when it is the end mark.
-template <typename Value> bool decode_binary(const char *bytes, bool swap, double &value)
+template <typename Value, bool kSwap> bool decode_binary(const char *bytes, double &value)
 {
     using Layout = BinaryLayout<Value>;
     typename Layout::Word word;
     std::memcpy(&word, bytes, sizeof word);
     const bool end_mark = word == static_cast<typename Layout::Word>(-1);
-    if (swap) {
+    if constexpr (kSwap) {
         word = Layout::swapped(word);
     }
     Value decoded;

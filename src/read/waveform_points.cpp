@@ -14,19 +14,17 @@
 namespace
 {
 
-// Appends points to a waveform and keeps their range; local, so that it can live in registers.
+// Appends points to a waveform and keeps the range of their coordinates.
 class PointAppender
 {
   public:
-    explicit PointAppender(Wform &wform) : wform_(wform), tail_(&wform.pts)
+    explicit PointAppender(Wform &wform)
+        : wform_(wform), tail_(&wform.pts), xmin_(wform.xmin), xmax_(wform.xmax), ymin_(wform.ymin),
+          ymax_(wform.ymax)
     {
-        xmin_ = ymin_ = wform.xmin;
-        xmax_ = ymax_ = wform.xmax;
     }
-
     PointAppender(const PointAppender &) = delete;
     PointAppender &operator=(const PointAppender &) = delete;
-
     ~PointAppender()
     {
         wform_.xmin = xmin_;
@@ -46,6 +44,28 @@ class PointAppender
         widen(y, ymin_, ymax_);
     }
 
+    // Room for count points side by side, to be filled and handed to append_filled.
+    static PT *room(std::size_t count)
+    {
+        return point_slab.reserve(count);
+    }
+
+    // Appends the first count points of the room. Their next fields need not be set.
+    void append_filled(PT *points, std::size_t count)
+    {
+        if (count == 0) {
+            return;
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            points[i].next = points + i + 1;
+        }
+        points[count - 1].next = nullptr;
+        *tail_ = points;
+        tail_ = &points[count - 1].next;
+        point_slab.commit(count);
+        widen(points, count);
+    }
+
   private:
     // A NaN replaces the minimum and then stays, since nothing is smaller.
     static void widen(double value, double &lowest, double &highest)
@@ -55,6 +75,38 @@ class PointAppender
         }
         if (value > highest) {
             highest = value;
+        }
+    }
+
+    // The same for many points, without a branch for each; a sum tells whether there was a NaN.
+    void widen(const PT *points, std::size_t count)
+    {
+        double xmin = xmin_;
+        double xmax = xmax_;
+        double ymin = ymin_;
+        double ymax = ymax_;
+        double xsum = 0.0;
+        double ysum = 0.0;
+        for (std::size_t i = 0; i < count; ++i) {
+            const double x = points[i].x;
+            const double y = points[i].val;
+            xmin = x < xmin ? x : xmin;
+            xmax = x > xmax ? x : xmax;
+            ymin = y < ymin ? y : ymin;
+            ymax = y > ymax ? y : ymax;
+            xsum += x;
+            ysum += y;
+        }
+        if (xsum == xsum && ysum == ysum) {
+            xmin_ = xmin;
+            xmax_ = xmax;
+            ymin_ = ymin;
+            ymax_ = ymax;
+            return;
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            widen(points[i].x, xmin_, xmax_);
+            widen(points[i].val, ymin_, ymax_);
         }
     }
 
@@ -101,49 +153,40 @@ void count_text_points(PunchStream &stream, Wform &wform)
     set_point_count(wform, count);
 }
 
-constexpr std::size_t kGroupPoints = 10; // a byte to be dropped follows
+constexpr std::size_t kGroupPoints = 10; // points between two bytes to be dropped
 
-struct GroupResult {
-    std::size_t points; // complete points found
-    std::size_t bytes;  // bytes used
-    bool ended;         // the end mark was met
+struct Group {
+    std::size_t points; // complete points
+    std::size_t bytes;  // bytes used, the one to be dropped behind a full group included
+    bool ended;         // the end mark was met; in place of a y its point counts all the same
 };
 
-// Reads one group of points: 10 of them and the byte to be dropped. An end mark in place of a y ends
-// the data too, but its point counts.
-template <typename Value, typename Keep> GroupResult read_group(const char *bytes, bool swap, Keep keep)
+// Decodes one group of points at bytes.
+template <typename Value, bool kSwap> Group decode_group(const char *bytes, PT *points)
 {
-    const char *next = bytes;
-    const auto used = [bytes, &next] {
-        return static_cast<std::size_t>(next - bytes);
-    };
+    std::size_t used = 0;
     for (std::size_t i = 0; i < kGroupPoints; ++i) {
-        double x = 0.0;
-        double y = 0.0;
-        const bool ended = decode_binary<Value>(next, swap, x);
-        next += sizeof(Value);
-        if (ended) {
-            return {i, used(), true};
+        if (decode_binary<Value, kSwap>(bytes + used, points[i].x)) {
+            return {i, used + sizeof(Value), true};
         }
-        const bool last = decode_binary<Value>(next, swap, y);
-        next += sizeof(Value);
-        keep(x, y);
-        if (last) {
-            next += i + 1 == kGroupPoints ? 1 : 0;
-            return {i + 1, used(), true};
+        used += sizeof(Value);
+        const bool ended = decode_binary<Value, kSwap>(bytes + used, points[i].val);
+        used += sizeof(Value);
+        if (ended) {
+            return {i + 1, i + 1 == kGroupPoints ? used + 1 : used, true};
         }
     }
-    return {kGroupPoints, used() + 1, false};
+    return {kGroupPoints, used + 1, false};
 }
 
-// Reads groups until the end mark, handing every point to keep. Returns the number of points.
-template <typename Value, typename Keep> std::uint64_t read_groups(PunchStream &stream, Keep keep)
+// Decodes groups until the end mark: into the room that make_room() gives, handing each to
+// keep(points, count). Returns the number of points.
+template <typename Value, bool kSwap, typename MakeRoom, typename Keep>
+std::uint64_t read_groups(PunchStream &stream, MakeRoom make_room, Keep keep)
 {
     constexpr std::size_t kGroupBytes = kGroupPoints * 2 * sizeof(Value) + 1;
-    const bool swap = binary_needs_swap();
     std::uint64_t count = 0;
-    GroupResult group{};
-    do {
+    for (;;) {
         const std::size_t held = stream_require(stream, kGroupBytes);
         const char *bytes = stream.window + stream.position;
         char padded[kGroupBytes];
@@ -152,20 +195,34 @@ template <typename Value, typename Keep> std::uint64_t read_groups(PunchStream &
             std::memcpy(padded, bytes, held);
             bytes = padded;
         }
-        group = read_group<Value>(bytes, swap, keep);
+        PT *points = make_room();
+        const Group group = decode_group<Value, kSwap>(bytes, points);
         stream.position += std::min(group.bytes, held);
         count += group.points;
-    } while (!group.ended);
-    return count;
+        keep(points, group.points);
+        if (group.ended) {
+            return count;
+        }
+    }
+}
+
+template <typename Value, bool kSwap> std::uint64_t read_values(PunchStream &stream, Wform &wform)
+{
+    if (pun_index) {
+        PT dropped[kGroupPoints];
+        return read_groups<Value, kSwap>(
+            stream, [&dropped] { return dropped; }, [](PT *, std::size_t) {});
+    }
+    PointAppender appender(wform);
+    return read_groups<Value, kSwap>(
+        stream, [] { return PointAppender::room(kGroupPoints); },
+        [&appender](PT *points, std::size_t count) { appender.append_filled(points, count); });
 }
 
 template <typename Value> std::uint64_t read_values(PunchStream &stream, Wform &wform)
 {
-    if (pun_index) {
-        return read_groups<Value>(stream, [](double, double) {});
-    }
-    PointAppender points(wform);
-    return read_groups<Value>(stream, [&points](double x, double y) { points.append(x, y); });
+    return binary_needs_swap() ? read_values<Value, true>(stream, wform)
+                               : read_values<Value, false>(stream, wform);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/punch_stream.h"
 
+#include "support/char_class.h"
 #include "support/memory.h"
 
 #include <cerrno>
@@ -13,11 +14,11 @@ namespace
 {
 
 // Large enough that the system call does not count, small enough to stay in the second-level cache.
-constexpr std::size_t kBlock = 256 * 1024;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
 
 void reserve(PunchStream &stream, std::size_t capacity)
 {
-    stream.window = static_cast<char *>(f_realloc_large(stream.window, capacity + 1));
+    stream.window = static_cast<char *>(f_realloc_large(stream.window, capacity + kReadAhead));
     stream.capacity = capacity;
 }
 

@@ -11,8 +11,8 @@
 struct PunchStream {
     int fd = -1;
     bool seekable = false;
-    char *window = nullptr;   // the bytes held; one spare byte behind them is always a line feed
-    std::size_t capacity = 0; // room of the window, the spare byte not counted
+    char *window = nullptr;   // the bytes held; a line feed and spare bytes follow
+    std::size_t capacity = 0; // room of the window, the spare bytes not counted
     std::size_t size = 0;     // bytes held
     std::size_t position = 0; // next byte to read, as an index into the window
     std::int64_t base = 0;    // file offset of the window's first byte

@@ -10,8 +10,8 @@
 namespace
 {
 
-constexpr std::size_t kFirstSlab = 16 * 1024;
-constexpr std::size_t kHugePage = 2 * 1024 * 1024;
+constexpr std::size_t kFirstSlab = std::size_t{16} * 1024;
+constexpr std::size_t kHugePage = std::size_t{2} * 1024 * 1024;
 constexpr std::size_t kLargestSlab = 16 * kHugePage;
 
 } // namespace

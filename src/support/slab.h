@@ -34,6 +34,22 @@ template <typename Record> class Slab
         return next_++;
     }
 
+    // Makes room for count records side by side and returns the first, without taking any. The few
+    // records left in a slab that is too full are given up.
+    Record *reserve(std::size_t count)
+    {
+        if (static_cast<std::size_t>(end_ - next_) < count) {
+            refill();
+        }
+        return next_;
+    }
+
+    // Takes the first count of the records reserved.
+    void commit(std::size_t count)
+    {
+        next_ += count;
+    }
+
   private:
     void refill()
     {

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "support/tk_buffer.h"
 
+#include "support/char_class.h"
 #include "support/number.h"
 #include "support/slab.h"
 
-#include <array>
 #include <climits>
 #include <cstring>
 
-const char *tk_BUF = "";
+const char *tk_BUF = nullptr; // set by tk_BUFinit
 std::size_t tk_BUFlength = 0;
 std::size_t tk_BUFindex = 0;
 std::int64_t tk_BUFoffset = 0;
@@ -24,26 +24,9 @@ int tk_splitting_bus = 0;
 namespace
 {
 
-enum CharClass : unsigned char { ORDINARY, BLANK, SEPARATOR, CONTINUATION, LINE_END };
-
-constexpr unsigned char kEndOfFileByte = 255; // taken as the end of the file, as old writers used it
-
-constexpr std::array<CharClass, 256> make_classes()
-{
-    std::array<CharClass, 256> classes{};
-    classes[' '] = classes['\t'] = BLANK;
-    classes[','] = classes['='] = SEPARATOR;
-    classes['&'] = CONTINUATION;
-    classes['\0'] = classes['\n'] = classes[kEndOfFileByte] = LINE_END;
-    return classes;
-}
-
-constexpr std::array<CharClass, 256> kClasses = make_classes();
-
-CharClass class_of(char c)
-{
-    return kClasses[static_cast<unsigned char>(c)];
-}
+// The line behind the end of a file, and what is left of a line whose data follows: always readable
+// as far as words are searched.
+constexpr char kEmptyLine[kReadAhead + 1] = "";
 
 char upper(char c)
 {
@@ -119,11 +102,17 @@ CharClass current_class()
     return class_of(current());
 }
 
+const char *after_blanks(const char *text)
+{
+    while (class_of(*text) == BLANK) {
+        ++text;
+    }
+    return text;
+}
+
 void skip_blanks()
 {
-    while (current_class() == BLANK) {
-        ++tk_BUFindex;
-    }
+    tk_BUFindex = static_cast<std::size_t>(after_blanks(tk_BUF + tk_BUFindex) - tk_BUF);
 }
 
 void set_line(const PunchStream &stream, std::size_t begin, std::size_t end)
@@ -135,7 +124,7 @@ void set_line(const PunchStream &stream, std::size_t begin, std::size_t end)
 
 void set_empty_line(const PunchStream &stream)
 {
-    tk_BUF = "";
+    tk_BUF = kEmptyLine;
     tk_BUFlength = 0;
     tk_BUFoffset = stream_tell(stream);
     past_end = true;
@@ -214,17 +203,16 @@ void step_over_separator()
 // Steps over what separates a field from the next one, into the next line where this one ends.
 void finish_field(PunchStream &stream)
 {
-    skip_blanks();
-    if (current() == '=') {
+    const char *next = after_blanks(tk_BUF + tk_BUFindex);
+    if (*next == '=') {
         tk_argflag = 1;
-        ++tk_BUFindex;
-        skip_blanks();
+        next = after_blanks(next + 1);
     }
-    if (current() == ',') {
-        ++tk_BUFindex;
-        skip_blanks();
+    if (*next == ',') {
+        next = after_blanks(next + 1);
     }
-    if (current_class() == LINE_END) {
+    tk_BUFindex = static_cast<std::size_t>(next - tk_BUF);
+    if (class_of(*next) == LINE_END) {
         step_into_continuation(stream, false);
     }
 }
@@ -242,10 +230,7 @@ void copy_word(PunchStream &stream)
 {
     for (;;) {
         const char *begin = tk_BUF + tk_BUFindex;
-        const char *end = begin;
-        while (class_of(*end) == ORDINARY) {
-            ++end;
-        }
+        const char *end = word_end(begin);
         append_upper(begin, end);
         tk_BUFindex = static_cast<std::size_t>(end - tk_BUF);
         if (*end != '&') {
@@ -506,12 +491,9 @@ void tk_dropfields(PunchStream &stream, int count)
 
 void tk_skipfield(PunchStream &stream)
 {
-    const char *end = tk_BUF + tk_BUFindex;
-    const bool group = *end == '(' || *end == '#';
-    while (class_of(*end) == ORDINARY) {
-        ++end;
-    }
-    if (group || *end == '&') {
+    const char first = current();
+    const char *end = word_end(tk_BUF + tk_BUFindex);
+    if (first == '(' || first == '#' || *end == '&') {
         tk_nxfield(stream);
         return;
     }
@@ -583,7 +565,7 @@ std::string_view tk_textAfterField(std::size_t skip)
 std::string tk_takeRestOfLine()
 {
     std::string rest(tk_BUF + tk_BUFindex, tk_BUFlength - tk_BUFindex);
-    tk_BUF = "";
+    tk_BUF = kEmptyLine;
     tk_BUFlength = 0;
     tk_BUFindex = 0;
     return rest;
@@ -615,8 +597,9 @@ const char *tk_BUFsubName(const char *first, const char *second)
 {
     static std::string line;
     line = std::string(first) + "." + second;
-    tk_BUF = line.c_str();
     tk_BUFlength = line.size();
+    line.append(kReadAhead, '\0');
+    tk_BUF = line.c_str();
     tk_BUFindex = 0;
     return tk_BUF;
 }

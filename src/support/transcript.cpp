@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr std::size_t kCapacity = 64 * 1024;
+constexpr std::size_t kCapacity = std::size_t{64} * 1024;
 
 // Static, so that the message about an exhausted heap needs no heap.
 char buffer[kCapacity];

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+// What a character means to the scanner, and the search for the end of a word.
+#ifndef TRESK_SUPPORT_CHAR_CLASS_H
+#define TRESK_SUPPORT_CHAR_CLASS_H
+
+#include <array>
+#include <cstddef>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+enum CharClass : unsigned char { ORDINARY, BLANK, SEPARATOR, CONTINUATION, LINE_END };
+
+constexpr unsigned char kEndOfFileByte = 255; // taken as the end of the file, as old writers used it
+
+// Bytes that must be readable behind the end of any line, since words are searched in large steps.
+constexpr std::size_t kReadAhead = 16;
+
+constexpr std::array<CharClass, 256> make_char_classes()
+{
+    std::array<CharClass, 256> classes{};
+    classes[' '] = classes['\t'] = BLANK;
+    classes[','] = classes['='] = SEPARATOR;
+    classes['&'] = CONTINUATION;
+    classes['\0'] = classes['\n'] = classes[kEndOfFileByte] = LINE_END;
+    return classes;
+}
+
+constexpr std::array<CharClass, 256> kCharClasses = make_char_classes();
+
+inline CharClass class_of(char c)
+{
+    return kCharClasses[static_cast<unsigned char>(c)];
+}
+
+inline const char *skip_ordinary(const char *text)
+{
+    while (class_of(*text) == ORDINARY) {
+        ++text;
+    }
+    return text;
+}
+
+// The first character at or behind text that is not ORDINARY.
+inline const char *word_end(const char *text)
+{
+#ifdef __SSE2__
+    // All such characters are "=", below "-" or negative as signed bytes. Of the others there, only
+    // "+" is frequent: it stands in exponents.
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(text));
+    const __m128i low = _mm_cmplt_epi8(bytes, _mm_set1_epi8('-'));
+    const __m128i plus = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('+'));
+    const __m128i equals = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('='));
+    const int found = _mm_movemask_epi8(_mm_or_si128(_mm_andnot_si128(plus, low), equals));
+    return skip_ordinary(found == 0 ? text + sizeof bytes
+                                    : text + __builtin_ctz(static_cast<unsigned>(found)));
+#else
+    return skip_ordinary(text);
+#endif
+}
+
+#endif
