@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <string>
 
 namespace
 {
@@ -127,16 +128,24 @@ void print_tk_summary(int fails, int missing, const char *label)
     transcript_puts("\n");
 }
 
-void print_name_column(const char *name, int extra, int minimum)
+void print_name_column(const char *name, std::size_t extra, std::size_t minimum)
 {
-    constexpr std::uint64_t kWidest = 1 << 30; // printf counts in int
-    const int width = static_cast<int>(std::min(glMaxSigLen, kWidest)) + extra;
-    transcript_printf("%-*s", std::max(width, minimum), name);
+    transcript_put_padded(name, std::max(glMaxSigLen + extra, minimum));
 }
 
 void print_error_columns(const char *gap, double abserr, double relerr, const char *marker)
 {
-    transcript_printf("%9.3e%s(%9.3e)%s[%9.3e] %s\n", abserr, gap, relerr, gap, relerr * abserr, marker);
+    transcript_put_error(abserr);
+    transcript_puts(gap);
+    transcript_puts("(");
+    transcript_put_error(relerr);
+    transcript_puts(")");
+    transcript_puts(gap);
+    transcript_puts("[");
+    transcript_put_error(relerr * abserr);
+    transcript_puts("] ");
+    transcript_puts(marker);
+    transcript_puts("\n");
 }
 
 void print_both_files(const char *reference, const char *comparison, const char *end)

@@ -4,7 +4,7 @@
 #ifndef TRESK_COMPARE_RESULT_LINES_H
 #define TRESK_COMPARE_RESULT_LINES_H
 
-#include <string>
+#include <cstddef>
 
 // Analysis name used in headers and summaries ("TR Waveform"); "Unknown" outside 0 to 21.
 const char *into_string(unsigned code);
@@ -17,7 +17,7 @@ void print_tk_summary(int fails, int missing, const char *label);
 
 // A name, left-aligned in a column extra characters wider than the longest name, but at least
 // minimum wide.
-void print_name_column(const char *name, int extra, int minimum = 0);
+void print_name_column(const char *name, std::size_t extra, std::size_t minimum = 0);
 
 // The last columns of a result line: "%9.3e (%9.3e) [%9.3e] %s\n" of the errors, their product and
 // the marker. gap is what separates the columns, one or two blanks.

@@ -12,17 +12,17 @@
 namespace
 {
 
-char type_mark(int type)
+const char *type_mark(int type)
 {
     switch (type) {
     case NODE:
-        return ' ';
+        return " ";
     case INTERNAL:
-        return '~';
+        return "~";
     case IND:
-        return '*';
+        return "*";
     default:
-        return '+';
+        return "+";
     }
 }
 
@@ -36,7 +36,7 @@ bool value_pair_fails(const Isoln &ref, const Isoln &cmp, int code)
         return false;
     }
     print_tk_header(code);
-    transcript_printf("%c", type_mark(ref.type));
+    transcript_puts(type_mark(ref.type));
     print_name_column(ref.name, 3);
     transcript_puts(" ");
     print_error_columns(" ", abserr, relerr, marker);

@@ -1,26 +1,41 @@
 // SPDX-License-Identifier: MIT
 #include "compare/tolerance.h"
 
-#include <cstdio>
+#include <cstring>
+#include <string_view>
 
 namespace
 {
 
-char loMarkerBuf[32]; // the longest marker has 23 characters
+char loMarkerBuf[24]; // the longest marker has 23 characters
+
+void set_marker(std::string_view text)
+{
+    std::memcpy(loMarkerBuf, text.data(), text.size());
+    loMarkerBuf[text.size()] = '\0';
+}
 
 // How many times the product of the tolerances the product of the errors must exceed, and the
-// exclamation marks that follow the letters then.
+// marker then, its letters for the sides that exceed their tolerance.
 struct MarkerGrade {
     double factor;
-    const char *marks;
+    std::string_view marker;
 };
+
+constexpr std::size_t kAbsoluteLetter = 3;
+constexpr std::size_t kRelativeLetter = 5;
 
 constexpr MarkerGrade kMarkerGrades[] = {
-    {1e12, " ! ! ! ! ! ! !"}, {1e10, " ! ! ! ! ! !"}, {1e8, " ! ! ! ! !"}, {1e6, " ! ! ! !"},
-    {1e4, " ! ! !"},          {100.0, " ! !"},        {1.0, " !"},
+    {1e12, " <=A=R= ! ! ! ! ! ! !"},
+    {1e10, " <=A=R= ! ! ! ! ! !"},
+    {1e8, " <=A=R= ! ! ! ! !"},
+    {1e6, " <=A=R= ! ! ! !"},
+    {1e4, " <=A=R= ! ! !"},
+    {100.0, " <=A=R= ! !"},
+    {1.0, " <=A=R= !"},
 };
 
-void make_failure_marker(double abserr, double relerr)
+void set_failure_marker(double abserr, double relerr)
 {
     const char absolute = abserr > glAbstol ? 'A' : '=';
     const char relative = relerr > glReltol ? 'R' : '=';
@@ -28,11 +43,14 @@ void make_failure_marker(double abserr, double relerr)
     const double tolerance = glAbstol * glReltol;
     for (const MarkerGrade &grade : kMarkerGrades) {
         if (product > grade.factor * tolerance) {
-            std::snprintf(loMarkerBuf, sizeof loMarkerBuf, " <=%c=%c=%s", absolute, relative, grade.marks);
+            set_marker(grade.marker);
+            loMarkerBuf[kAbsoluteLetter] = absolute;
+            loMarkerBuf[kRelativeLetter] = relative;
             return;
         }
     }
-    std::snprintf(loMarkerBuf, sizeof loMarkerBuf, " <=%c", absolute == 'A' ? absolute : relative);
+    set_marker(" <=A");
+    loMarkerBuf[kAbsoluteLetter] = absolute == 'A' ? absolute : relative;
 }
 
 } // namespace
@@ -41,10 +59,9 @@ int test_error_thresholds(double level, double abserr, double relerr, const char
 {
     const Verdict verdict = judge_errors(level, abserr, relerr);
     if (verdict == FAILS) {
-        make_failure_marker(abserr, relerr);
+        set_failure_marker(abserr, relerr);
     } else {
-        std::snprintf(loMarkerBuf, sizeof loMarkerBuf, "%s",
-                      verdict == PASSES ? " " : " <=nan= ! ! ! ! ! ! ! !");
+        set_marker(verdict == PASSES ? " " : " <=nan= ! ! ! ! ! ! ! !");
     }
     if (marker != nullptr) {
         *marker = loMarkerBuf;

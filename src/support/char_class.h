@@ -34,6 +34,24 @@ inline CharClass class_of(char c)
     return kCharClasses[static_cast<unsigned char>(c)];
 }
 
+// Ordinary characters without those that mean something in the sections of a signal name.
+constexpr std::array<bool, 256> make_plain_in_names()
+{
+    std::array<bool, 256> plain{};
+    for (std::size_t c = 0; c < plain.size(); ++c) {
+        plain[c] = kCharClasses[c] == ORDINARY;
+    }
+    plain['('] = plain[')'] = plain['['] = plain[']'] = plain[':'] = plain['\r'] = false;
+    return plain;
+}
+
+constexpr std::array<bool, 256> kPlainInNames = make_plain_in_names();
+
+inline bool is_plain_in_names(char c)
+{
+    return kPlainInNames[static_cast<unsigned char>(c)];
+}
+
 inline const char *skip_ordinary(const char *text)
 {
     while (class_of(*text) == ORDINARY) {

@@ -279,12 +279,25 @@ struct Colons {
     std::size_t last = 0; // index in tk_field
 };
 
+// Copies characters up to one that may mean something inside or outside the sections of a name.
+void copy_plain_name_text()
+{
+    const char *begin = tk_BUF + tk_BUFindex;
+    const char *end = begin;
+    while (is_plain_in_names(*end)) {
+        ++end;
+    }
+    tk_field.append(begin, end);
+    tk_BUFindex += static_cast<std::size_t>(end - begin);
+}
+
 // Copies a "(...)" or "[...]" section of a name, which may go on over line ends, without its spaces.
 void copy_section(PunchStream &stream, Colons &colons)
 {
     tk_field += current();
     ++tk_BUFindex;
     for (;;) {
+        copy_plain_name_text();
         const char c = current();
         if (c == '&') {
             tk_BUFreadLine(stream);
@@ -319,8 +332,8 @@ Colons copy_name(PunchStream &stream)
     tk_field.clear();
     for (;;) {
         const char c = current();
-        if (current_class() == LINE_END || current_class() == BLANK || current_class() == SEPARATOR ||
-            c == '\r' || c == ')' || (c == '(' && after_section) || (c == '&' && tk_field.empty())) {
+        if (class_of(c) == LINE_END || class_of(c) == BLANK || class_of(c) == SEPARATOR || c == '\r' ||
+            c == ')' || (c == '(' && after_section) || (c == '&' && tk_field.empty())) {
             return colons;
         }
         if (c == '&') {
@@ -332,8 +345,9 @@ Colons copy_name(PunchStream &stream)
             copy_section(stream, colons);
             after_section = true;
         } else {
-            tk_field += c;
+            tk_field += c; // also "]" and ":", which mean nothing here
             ++tk_BUFindex;
+            copy_plain_name_text();
             after_section = false;
         }
     }

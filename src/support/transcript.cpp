@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "support/transcript.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdio>
@@ -54,6 +56,27 @@ void transcript_puts(std::string_view text)
     }
     std::memcpy(buffer + used, text.data(), text.size());
     used += text.size();
+}
+
+void transcript_put_padded(std::string_view text, std::size_t width)
+{
+    transcript_puts(text);
+    for (std::size_t length = text.size(); length < width;) {
+        static constexpr std::string_view kBlanks = "                                ";
+        const std::size_t piece = std::min(width - length, kBlanks.size());
+        transcript_puts(kBlanks.substr(0, piece));
+        length += piece;
+    }
+}
+
+void transcript_put_error(double value)
+{
+    constexpr std::size_t kWidth = 9;
+    char text[32];
+    const char *end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, 3).ptr;
+    const auto length = static_cast<std::size_t>(end - text);
+    transcript_put_padded("", length < kWidth ? kWidth - length : 0);
+    transcript_puts({text, length});
 }
 
 void transcript_printf(const char *format, ...)

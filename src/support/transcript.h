@@ -5,6 +5,7 @@
 #ifndef TRESK_SUPPORT_TRANSCRIPT_H
 #define TRESK_SUPPORT_TRANSCRIPT_H
 
+#include <cstddef>
 #include <string_view>
 
 // Appends printf-formatted text; numbers print as the C library prints them.
@@ -12,6 +13,13 @@ void transcript_printf(const char *format, ...) __attribute__((format(printf, 1,
 
 // Appends the text as it stands.
 void transcript_puts(std::string_view text);
+
+// Appends the text, filled up with blanks behind it to width characters.
+void transcript_put_padded(std::string_view text, std::size_t width);
+
+// Appends the value as printf's "%9.3e" does, in a fraction of the time: a transcript may hold
+// millions of result lines.
+void transcript_put_error(double value);
 
 // Writes out what is buffered.
 void transcript_flush();
