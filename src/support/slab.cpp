@@ -24,7 +24,7 @@ std::size_t next_slab_size(std::size_t bytes)
     return bytes < kLargestSlab ? bytes * 2 : kLargestSlab;
 }
 
-void *new_slab(std::size_t &bytes)
+void *new_slab(std::size_t bytes)
 {
     if (bytes < kHugePage) {
         return f_calloc(1, static_cast<int>(bytes));
@@ -44,22 +44,14 @@ void *new_slab(std::size_t &bytes)
 
 char *slab_text(std::string_view text)
 {
-    static char *next = nullptr;
-    static std::size_t left = 0;
-    static std::size_t slab_size = 0;
+    static Slab<char> characters;
     const std::size_t bytes = text.size() + 1;
     char *copy = nullptr;
-    if (bytes > kFirstSlab) {
+    if (bytes > kFirstSlab) { // would not fit every slab
         copy = static_cast<char *>(f_realloc_large(nullptr, bytes));
     } else {
-        if (bytes > left) {
-            slab_size = next_slab_size(slab_size);
-            left = slab_size;
-            next = static_cast<char *>(new_slab(left));
-        }
-        copy = next;
-        next += bytes;
-        left -= bytes;
+        copy = characters.reserve(bytes);
+        characters.commit(bytes);
     }
     std::memcpy(copy, text.data(), text.size());
     copy[text.size()] = '\0';

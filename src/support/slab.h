@@ -9,9 +9,9 @@
 #include <string_view>
 #include <type_traits>
 
-// A zero-filled slab of at least bytes (aligned to 2 MiB when it is that large). Ends the run when
-// memory is exhausted. Sets bytes to the size obtained.
-void *new_slab(std::size_t &bytes);
+// A zero-filled slab of that many bytes (aligned to 2 MiB when it is that large). Ends the run when
+// memory is exhausted.
+void *new_slab(std::size_t bytes);
 
 // Size of the slab that follows one of the given size: small at first so that a tiny file stays
 // tiny, then doubling up to what makes page faults rare.
@@ -54,9 +54,8 @@ template <typename Record> class Slab
     void refill()
     {
         size_ = next_slab_size(size_);
-        std::size_t bytes = size_;
-        next_ = static_cast<Record *>(new_slab(bytes));
-        end_ = next_ + bytes / sizeof(Record);
+        next_ = static_cast<Record *>(new_slab(size_));
+        end_ = next_ + size_ / sizeof(Record);
     }
 
     Record *next_ = nullptr;
