@@ -5,18 +5,32 @@
 
 #include <cmath>
 
+namespace
+{
+
+constexpr double kTurn = 360.0;
+
+}
+
 double wrap_phase(double degrees)
 {
     if (!std::isfinite(degrees) || (degrees >= -180.0 && degrees <= 180.0)) {
         return degrees;
     }
-    // The remainder is exact, like every step of the additions it stands for, and takes no loop,
-    // which at 1e300 would have no end. Adding 0 turns -0 into the 0 that the additions give.
-    const double rest = std::fmod(degrees, 360.0) + 0.0;
-    if (rest < -180.0) {
-        return rest + 360.0;
+    // Whole turns are taken off in strides that halve, each of which is exact, like every single turn
+    // of the plain loop that this stands for; at 1e300 that loop would have no end.
+    double rest = std::fabs(degrees);
+    double stride = kTurn;
+    while (stride <= rest / 2.0) {
+        stride *= 2.0;
     }
-    return rest > 180.0 ? rest - 360.0 : rest;
+    for (; stride >= kTurn; stride /= 2.0) {
+        if (rest >= stride) {
+            rest -= stride;
+        }
+    }
+    const double wrapped = rest > kTurn / 2.0 ? rest - kTurn : rest;
+    return degrees < 0.0 ? 0.0 - wrapped : wrapped;
 }
 
 double wrapped_distance(double a, double b)
