@@ -15,15 +15,16 @@ struct Grid {
     double per_dx; // 1 / dx
     int ndiv;
 
-    // Number of the interval that holds x. Times before 0 and times that are no number share -1, what
-    // lies behind the last entry shares ndiv + 1.
+    // Number of the interval that holds x, by truncation towards 0. What lies behind the last entry
+    // shares ndiv + 1; what is out of all bounds or no number is taken as before everything else.
     int interval(double x) const
     {
+        constexpr int kLowest = -1000000000;
         const double place = x * per_dx;
-        if (place > -1.0 && place < ndiv + 1) {
+        if (place > kLowest && place < ndiv + 1) {
             return static_cast<int>(place);
         }
-        return place > 0.0 ? ndiv + 1 : -1;
+        return place > 0.0 ? ndiv + 1 : kLowest;
     }
 
     // The area of an entry; one for all that lies outside the grid.

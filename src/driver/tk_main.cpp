@@ -10,11 +10,12 @@
 #include "read/signal_names.h"
 #include "read/signal_totals.h"
 #include "read/tk_read.h"
-#include "support/memory.h"
 #include "support/settings.h"
 #include "support/transcript.h"
 
 #include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace
 {
@@ -27,6 +28,17 @@ bool check_tolerance_mode()
     const int modes = glAonly + glRonly + glAorR + glAandR;
     glDefaultChecking = modes == 0;
     return modes <= 1;
+}
+
+// Takes the places of standard streams that the caller has closed, so that no file opened later can
+// be one of them and receive the transcript.
+void occupy_standard_streams()
+{
+    int fd = open("/dev/null", O_RDWR);
+    while (fd >= 0 && fd <= STDERR_FILENO) {
+        fd = open("/dev/null", O_RDWR);
+    }
+    close(fd);
 }
 
 [[noreturn]] void run_index_mode(const RunOptions &options)
@@ -118,7 +130,7 @@ void tk_main(int argc, char **argv)
 {
     // A reader of the transcript that goes away must not turn the grade into a signal.
     std::signal(SIGPIPE, SIG_IGN);
-    install_out_of_heap_handler();
+    occupy_standard_streams();
     read_environment();
     const RunOptions options = scan_arguments(argc, argv);
     if (!check_tolerance_mode()) {

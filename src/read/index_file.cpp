@@ -130,6 +130,12 @@ bool prepare_punch_file(const char *name)
     if (stream == nullptr) {
         return false;
     }
+    if (fseeko(stream, 0, SEEK_END) != 0) { // a pipe: nothing can be appended to it
+        const int reason = errno;
+        std::fclose(stream);
+        errno = reason;
+        return false;
+    }
     RemoveExistingIndex(name, stream);
     file_end = ftello(stream);
     std::fclose(stream);

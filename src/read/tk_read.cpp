@@ -25,9 +25,9 @@
 namespace
 {
 
-int report_unopened(const char *name)
+// Reports a file that cannot be opened or read on. Returns the ReadResult.
+int report_unreadable(const char *name, int reason)
 {
-    const int reason = errno;
     transcript_printf("  ERROR : Cannot open file %s\n", name);
     transcript_printf("          %s\n\n", std::strerror(reason));
     return reason == ENOENT ? READ_MISSING : READ_UNOPENED;
@@ -37,14 +37,14 @@ int open_file(const PF *file, PunchStream &stream)
 {
     file_end = 0;
     if (pun_index && !indexmirel && !prepare_punch_file(file->name)) {
-        return report_unopened(file->name);
+        return report_unreadable(file->name, errno);
     }
     if (!stream_open(stream, file->name)) {
-        return report_unopened(file->name);
+        return report_unreadable(file->name, errno);
     }
     if (pun_index) {
         if (const char *unopened = open_index(file->name, stream)) {
-            const int result = report_unopened(unopened);
+            const int result = report_unreadable(unopened, errno);
             stream_close(stream);
             return result;
         }
@@ -210,6 +210,9 @@ int readfile(PF *file)
     stream_close(stream);
     if (!good) {
         return READ_SYNTAX; // the format stays 0: whatever was read is no consistent file
+    }
+    if (stream.error != 0) { // not the file's own end: the rest of it is unknown
+        return report_unreadable(file->name, stream.error);
     }
     file->format = fsFormatErr ? MIXED_BINARY : fsDataFormat;
     if (pun_index) {

@@ -187,7 +187,21 @@ const char *f_itoa(int value)
     return digits;
 }
 
-void install_out_of_heap_handler()
+void *operator new(std::size_t size)
 {
-    std::set_new_handler([] { end_out_of_heap(); });
+    void *block = std::malloc(size != 0 ? size : 1);
+    if (block == nullptr) {
+        end_out_of_heap("f_malloc", static_cast<double>(size));
+    }
+    return block;
+}
+
+void operator delete(void *block) noexcept
+{
+    std::free(block);
+}
+
+void operator delete(void *block, std::size_t) noexcept
+{
+    std::free(block);
 }

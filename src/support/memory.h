@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Checked allocation: these functions never return failure. A bad request or an exhausted heap is
 // reported on the transcript and ends the run with exit code 1, which lies outside the grades 0..5
-// on purpose: an out-of-memory run has no grade.
+// on purpose: an out-of-memory run has no grade. operator new is replaced by one that keeps to this,
+// so that it holds for the containers of the standard library too.
 #ifndef TRESK_SUPPORT_MEMORY_H
 #define TRESK_SUPPORT_MEMORY_H
 
@@ -39,8 +40,5 @@ char *f_remove_trailing_components(const char *path, int n);
 
 // Decimal text of value, in a static buffer that the next call overwrites.
 const char *f_itoa(int value);
-
-// Makes an exhausted heap inside the standard library end the run like any other.
-void install_out_of_heap_handler();
 
 #endif

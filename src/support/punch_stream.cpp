@@ -4,9 +4,11 @@
 #include "support/char_class.h"
 #include "support/memory.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -31,23 +33,49 @@ void drop_read_bytes(PunchStream &stream)
     stream.position = 0;
 }
 
+// File offset behind the bytes held.
+std::int64_t stream_end(const PunchStream &stream)
+{
+    return stream.base + static_cast<std::int64_t>(stream.size);
+}
+
+// Whether there is something to read at fd; otherwise errno tells why not. Makes reading block again.
+bool can_be_read(int fd)
+{
+    constexpr int kPatience = 10 * 1000; // milliseconds
+    struct stat about {
+    };
+    fstat(fd, &about);
+    if (S_ISDIR(about.st_mode)) {
+        errno = EISDIR;
+        return false;
+    }
+    pollfd readable{fd, POLLIN, 0};
+    if (S_ISFIFO(about.st_mode) && poll(&readable, 1, kPatience) == 0) {
+        errno = ETIMEDOUT;
+        return false;
+    }
+    return fcntl(fd, F_SETFL, 0) >= 0;
+}
+
 } // namespace
 
 bool stream_open(PunchStream &stream, const char *path)
 {
-    const int fd = open(path, O_RDONLY | O_CLOEXEC);
+    const int fd = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK); // a FIFO would wait for a writer
     if (fd < 0) {
         return false;
     }
-    struct stat about {
-    };
-    if (fstat(fd, &about) == 0 && S_ISDIR(about.st_mode)) {
+    if (!can_be_read(fd)) {
+        const int reason = errno;
         close(fd);
-        errno = EISDIR;
+        errno = reason;
         return false;
     }
     stream.fd = fd;
     stream.seekable = lseek(fd, 0, SEEK_CUR) >= 0;
+    stream.exhausted = false;
+    stream.error = 0;
     stream.base = 0;
     stream.size = 0;
     stream.position = 0;
@@ -68,7 +96,7 @@ void stream_close(PunchStream &stream)
 
 bool stream_fill(PunchStream &stream)
 {
-    if (stream.fd < 0) {
+    if (stream.fd < 0 || stream.exhausted) {
         return false;
     }
     if (stream.seekable && stream.position > 0) {
@@ -83,6 +111,9 @@ bool stream_fill(PunchStream &stream)
     } while (got < 0 && errno == EINTR);
     if (got > 0) {
         stream.size += static_cast<std::size_t>(got);
+    } else {
+        stream.exhausted = true;
+        stream.error = got < 0 ? errno : 0;
     }
     stream.window[stream.size] = '\n';
     return got > 0;
@@ -90,15 +121,19 @@ bool stream_fill(PunchStream &stream)
 
 void stream_seek(PunchStream &stream, std::int64_t offset)
 {
-    if (offset >= stream.base && offset <= stream.base + static_cast<std::int64_t>(stream.size)) {
+    if (offset >= stream.base && offset <= stream_end(stream)) {
         stream.position = static_cast<std::size_t>(offset - stream.base);
-        return;
-    }
-    if (stream.seekable && lseek(stream.fd, static_cast<off_t>(offset), SEEK_SET) >= 0) {
+    } else if (stream.seekable) {
+        stream.exhausted = lseek(stream.fd, static_cast<off_t>(offset), SEEK_SET) < 0;
         stream.base = offset;
         stream.size = 0;
+        stream.position = 0;
+        stream.window[0] = '\n';
+    } else { // a stream that keeps all it has read can only be read on
+        while (stream_end(stream) < offset && stream_fill(stream)) {
+        }
+        stream.position = static_cast<std::size_t>(std::min(offset, stream_end(stream)) - stream.base);
     }
-    stream.position = stream.size; // a stream that cannot get there has nothing left to read
 }
 
 std::size_t stream_require(PunchStream &stream, std::size_t wanted)

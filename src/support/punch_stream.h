@@ -11,6 +11,8 @@
 struct PunchStream {
     int fd = -1;
     bool seekable = false;
+    bool exhausted = false;   // nothing more can be read
+    int error = 0;            // errno of the read that failed, 0 as long as none did
     char *window = nullptr;   // the bytes held; a line feed and spare bytes follow
     std::size_t capacity = 0; // room of the window, the spare bytes not counted
     std::size_t size = 0;     // bytes held
@@ -18,14 +20,15 @@ struct PunchStream {
     std::int64_t base = 0;    // file offset of the window's first byte
 };
 
-// Opens path for reading. Returns false with errno set when it cannot be opened or is a directory.
+// Opens path for reading. Returns false with errno set when it cannot be opened, is a directory, or is
+// a FIFO that nobody opens for writing within ten seconds.
 bool stream_open(PunchStream &stream, const char *path);
 
 void stream_close(PunchStream &stream);
 
 // Brings more of the file into the window; the bytes from position on stay in it, but move, so
 // pointers into the window are invalid afterwards (position is kept up to date). Returns false at
-// the end of the file; a read error counts as the end.
+// the end of the file; a read error counts as the end and is kept in error.
 bool stream_fill(PunchStream &stream);
 
 // File offset of the next byte to read.

@@ -4,7 +4,6 @@
 #include "support/memory.h"
 
 #include <cstdint>
-#include <cstring>
 #include <sys/mman.h>
 
 namespace
@@ -53,7 +52,7 @@ char *slab_text(std::string_view text)
         copy = characters.reserve(bytes);
         characters.commit(bytes);
     }
-    std::memcpy(copy, text.data(), text.size());
+    text.copy(copy, text.size());
     copy[text.size()] = '\0';
     return copy;
 }

@@ -140,26 +140,26 @@ void reach_end()
 // Takes the bytes up to the next line feed, a byte 255 or the end of the file as the current line.
 void take_line(PunchStream &stream)
 {
-    std::size_t searched = stream.position;
+    std::size_t searched = 0; // bytes behind the position without a line feed
     while (!at_end) {
+        const std::size_t begin = stream.position + searched;
         const char *feed =
-            static_cast<const char *>(std::memchr(stream.window + searched, '\n', stream.size - searched));
+            static_cast<const char *>(std::memchr(stream.window + begin, '\n', stream.size - begin));
         const std::size_t limit =
             feed != nullptr ? static_cast<std::size_t>(feed - stream.window) : stream.size;
-        const std::size_t end = end_byte_finder.find(stream, searched, limit);
-        const std::size_t held = stream.size - stream.position;
+        const std::size_t end = end_byte_finder.find(stream, begin, limit);
         if (end == limit && feed != nullptr) {
             set_line(stream, stream.position, limit);
             stream.position = limit + 1;
             return;
         }
-        if (end != limit || !stream_fill(stream)) {
-            set_line(stream, stream.position, end);
-            stream.position = end;
+        searched = end - stream.position;
+        if (end != limit || !stream_fill(stream)) { // which moves the position, found or not
+            set_line(stream, stream.position, stream.position + searched);
+            stream.position += searched;
             reach_end();
             return;
         }
-        searched = stream.position + held;
     }
     set_empty_line(stream);
     reach_end();

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <poll.h>
 #include <unistd.h>
 
 namespace
@@ -24,14 +25,15 @@ void write_out(const char *data, std::size_t size)
 {
     while (size > 0) {
         const ssize_t done = write(STDERR_FILENO, data, size);
-        if (done < 0 && errno == EINTR) {
-            continue;
-        }
-        if (done <= 0) {
+        if (done > 0) {
+            data += done;
+            size -= static_cast<std::size_t>(done);
+        } else if (errno == EAGAIN) { // a reader that is slower than the comparison
+            pollfd ready{STDERR_FILENO, POLLOUT, 0};
+            poll(&ready, 1, -1);
+        } else if (errno != EINTR) {
             return;
         }
-        data += done;
-        size -= static_cast<std::size_t>(done);
     }
 }
 
