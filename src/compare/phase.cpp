@@ -24,10 +24,11 @@ double wrap_phase(double degrees)
     while (stride <= rest / 2.0) {
         stride *= 2.0;
     }
-    for (; stride >= kTurn; stride /= 2.0) {
+    while (stride >= kTurn) {
         if (rest >= stride) {
             rest -= stride;
         }
+        stride /= 2.0;
     }
     const double wrapped = rest > kTurn / 2.0 ? rest - kTurn : rest;
     return degrees < 0.0 ? 0.0 - wrapped : wrapped;
