@@ -9,6 +9,7 @@
 #include "support/transcript.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 namespace
@@ -28,6 +29,7 @@ class TimeIndex
         if (!has_nan_) {
             by_time_ = in_order_;
             std::stable_sort(by_time_.begin(), by_time_.end(), earlier);
+            find_runs();
         }
     }
 
@@ -43,7 +45,13 @@ class TimeIndex
             return;
         }
         const auto [first, last] = std::equal_range(by_time_.begin(), by_time_.end(), point, earlier);
-        std::for_each(first, last, visit);
+        const auto end = static_cast<std::size_t>(last - by_time_.begin());
+        for (auto i = static_cast<std::size_t>(first - by_time_.begin()); i < end;) {
+            // Twins without values are all matched together: one of them stands for all from then on.
+            const bool done = by_time_[i]->matched && are_empty_twins(point, by_time_[i]);
+            visit(by_time_[i]);
+            i = done ? run_end_[i] : i + 1;
+        }
     }
 
   private:
@@ -52,8 +60,24 @@ class TimeIndex
         return a->time < b->time;
     }
 
+    static bool are_empty_twins(const TPsoln *a, const TPsoln *b)
+    {
+        return a->isoln == nullptr && b->isoln == nullptr && a->time == b->time && a->tshift == b->tshift &&
+               a->analysis == b->analysis;
+    }
+
+    void find_runs()
+    {
+        run_end_.resize(by_time_.size());
+        for (std::size_t i = by_time_.size(); i-- > 0;) {
+            const bool goes_on = i + 1 < by_time_.size() && are_empty_twins(by_time_[i], by_time_[i + 1]);
+            run_end_[i] = goes_on ? run_end_[i + 1] : i + 1;
+        }
+    }
+
     std::vector<TPsoln *> in_order_;
     std::vector<TPsoln *> by_time_;
+    std::vector<std::size_t> run_end_; // of each in by_time_: index behind the empty twins that follow
     bool has_nan_ = false;
 };
 

@@ -196,6 +196,11 @@ void *operator new(std::size_t size)
     return block;
 }
 
+void *operator new(std::size_t size, const std::nothrow_t &) noexcept
+{
+    return std::malloc(size != 0 ? size : 1); // for those who can do without
+}
+
 void operator delete(void *block) noexcept
 {
     std::free(block);
