@@ -1,0 +1,59 @@
+# SPDX-License-Identifier: MIT
+# What is installed where, and the packages.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_DATADIR}/cmake/Tresk)
+set(harness_dir ${CMAKE_INSTALL_DATADIR}/tresk/harness)
+
+add_executable(Tresk::tresk ALIAS tresk)
+install(TARGETS tresk EXPORT TreskTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(EXPORT TreskTargets NAMESPACE Tresk:: DESTINATION ${package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/TreskConfigVersion.cmake
+    COMPATIBILITY AnyNewerVersion ARCH_INDEPENDENT)
+install(FILES contrib/cmake/TreskConfig.cmake contrib/cmake/TreskTest.cmake
+    ${PROJECT_BINARY_DIR}/TreskConfigVersion.cmake DESTINATION ${package_dir})
+
+install(FILES man/tresk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES contrib/completions/tresk.bash
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME tresk)
+install(FILES contrib/completions/_tresk DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+install(FILES contrib/completions/tresk.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+install(DIRECTORY contrib/harness/ DESTINATION ${harness_dir} USE_SOURCE_PERMISSIONS)
+
+install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL)
+install(DIRECTORY docs samples DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+if(NOT PROJECT_IS_TOP_LEVEL)
+    return()
+endif()
+
+add_custom_target(uninstall
+    COMMAND ${CMAKE_COMMAND} -D MANIFEST=${PROJECT_BINARY_DIR}/install_manifest.txt
+        -P ${CMAKE_CURRENT_LIST_DIR}/uninstall.cmake
+    VERBATIM)
+
+# The version is that of the transcript's banner and stays; releases differ in the revision.
+set(package_revision 1)
+string(TOLOWER ${CMAKE_SYSTEM_NAME} system)
+set(CPACK_PACKAGE_FILE_NAME tresk-${PROJECT_VERSION}-${package_revision}-${system}-${CMAKE_SYSTEM_PROCESSOR})
+if(TRESK_STATIC)
+    string(APPEND CPACK_PACKAGE_FILE_NAME -static)
+endif()
+set(CPACK_GENERATOR DEB TGZ)
+set(CPACK_PACKAGE_CONTACT "the tresk authors <tresk@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "regression comparator of analog-simulator punch files")
+set(CPACK_PACKAGE_DESCRIPTION "tresk compares a punch file with a golden one, signal by signal and
+within tolerances, writes a transcript of what differs, and ends with one exit
+grade for a test harness.")
+set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE ${package_revision})
+set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "cmake, parallel")
+if(NOT TRESK_STATIC)
+    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+endif()
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/debian.cmake)
+include(CPack)

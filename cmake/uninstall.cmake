@@ -1,0 +1,22 @@
+# SPDX-License-Identifier: MIT
+# Removes what the last install into a build folder's prefix put there, and the folders of its own that
+# this leaves empty. DESTDIR as in the install.
+if(NOT EXISTS ${MANIFEST})
+    message(FATAL_ERROR "Nothing was installed from this build: ${MANIFEST} is missing")
+endif()
+file(STRINGS ${MANIFEST} files)
+foreach(file IN LISTS files)
+    set(file $ENV{DESTDIR}${file})
+    message(STATUS "Removing ${file}")
+    file(REMOVE ${file})
+    get_filename_component(folder ${file} DIRECTORY)
+    while(folder MATCHES "/share/(doc/|cmake/)?[Tt]resk(/.*)?$")
+        file(GLOB left ${folder}/*)
+        if(left)
+            break()
+        endif()
+        file(REMOVE_RECURSE ${folder})
+        get_filename_component(folder ${folder} DIRECTORY)
+    endwhile()
+endforeach()
+file(REMOVE ${MANIFEST})
