@@ -17,20 +17,20 @@ trap 'rm -rf "$tmp"' EXIT
 unset TRESK_DEBUG KORSIM3_REVERSE_BYTES KORSIM3_INDEX_FILENAME MIREL_PUNCH_ADDITIONS
 # 99 is no grade. A request that the heap can't fill must reach the program's own report.
 sanitizer=exitcode=99:halt_on_error=1:detect_leaks=0:allocator_may_return_null=1
-export LC_ALL=C SAMPLES="$tmp/work/samples"
+export LC_ALL=C SAMPLES="$tmp/case/samples"
 export ASAN_OPTIONS=$sanitizer UBSAN_OPTIONS=$sanitizer:print_stacktrace=1
 
 # Runs the case and collects in $tmp/got what its expectation files should hold.
 run_case() { # <case folder>
     rm -rf "$tmp"/*
     mkdir "$tmp/bin" "$tmp/got" && ln -s "$program" "$tmp/bin/tresk" || return
-    cp -R "$1" "$tmp/work" && cp -R "$samples" "$tmp/work/samples" || return
-    (cd "$tmp/work" && PATH=$tmp/bin:$PATH exec sh ./cmd) \
+    cp -R "$1" "$tmp/case" && cp -R "$samples" "$tmp/case/samples" || return
+    (cd "$tmp/case" && PATH=$tmp/bin:$PATH exec sh ./cmd) \
         </dev/null >"$tmp/got/stdout.expected" 2>"$tmp/got/expected"
     echo $? >"$tmp/got/exit"
     for kept in "$1"/*.expected; do
         name=$(basename "$kept" .expected)
-        [ ! -f "$tmp/work/$name" ] || cp "$tmp/work/$name" "$tmp/got/$name.expected"
+        [ ! -f "$tmp/case/$name" ] || cp "$tmp/case/$name" "$tmp/got/$name.expected"
     done
 }
 
