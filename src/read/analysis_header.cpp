@@ -86,12 +86,13 @@ bool read_analysis_header(ReaderState &state)
     state.xunits = nullptr;
     state.xfunc = nullptr;
     state.analysis = analysis_of_header_word(tk_nxfield(stream).c_str());
-    if (state.analysis == kNoAnalysis) {
+    const bool cut_off = tk_field.empty() && tk_eofflag;
+    if (state.analysis == kNoAnalysis && !cut_off) {
         transcript_printf("ERROR : unknown analysis type in punch file (%s)\n", tk_field.c_str());
         return false;
     }
     Variant variant;
-    if (!read_origin(stream) || !read_variant(stream, variant)) {
+    if (cut_off || !read_origin(stream) || !read_variant(stream, variant)) {
         transcript_puts("ERROR : nonstandard punch file syntax\n");
         return false;
     }
