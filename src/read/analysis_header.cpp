@@ -20,6 +20,12 @@ struct Variant {
     double temperature = 0.0;
 };
 
+// Whether the file ended before the field just taken.
+bool field_is_cut_off()
+{
+    return tk_field.empty() && tk_eofflag;
+}
+
 // Reads program, date and time, and the marker of the header's second line. A header without DATE
 // has its marker in that place or behind it.
 bool read_origin(PunchStream &stream)
@@ -50,7 +56,7 @@ bool read_variant(PunchStream &stream, Variant &variant)
         return false;
     }
     variant.modify = std::atoi(tk_nxfield(stream).c_str());
-    return true;
+    return !field_is_cut_off();
 }
 
 // Tells of the modify just finished and of the one that begins.
@@ -86,7 +92,7 @@ bool read_analysis_header(ReaderState &state)
     state.xunits = nullptr;
     state.xfunc = nullptr;
     state.analysis = analysis_of_header_word(tk_nxfield(stream).c_str());
-    const bool cut_off = tk_field.empty() && tk_eofflag;
+    const bool cut_off = field_is_cut_off();
     if (state.analysis == kNoAnalysis && !cut_off) {
         transcript_printf("ERROR : unknown analysis type in punch file (%s)\n", tk_field.c_str());
         return false;
