@@ -128,8 +128,10 @@ unsigned compare_formats()
 
 void tk_main(int argc, char **argv)
 {
-    // A reader of the transcript that goes away must not turn the grade into a signal.
+    // A reader of the transcript that goes away, or a file that may not grow, must not turn the grade
+    // into a signal: the write fails instead.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     occupy_standard_streams();
     read_environment();
     const RunOptions options = scan_arguments(argc, argv);
