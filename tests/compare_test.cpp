@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#include "compare/integration.h"
+#include "compare/pair_index.h"
+#include "compare/phase.h"
+#include "compare/tolerance.h"
+#include "driver/exit_grade.h"
+
+#include "test_support.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <random>
+
+TEST(Tolerance, VerdictsAndMarkers)
+{
+    glAbstol = 0.5;
+    glReltol = 0.25;
+    for (const auto &c : cases_of("tolerance")) {
+        glDefaultChecking = c[0] == "D";
+        glAonly = c[0] == "A";
+        glRonly = c[0] == "R";
+        glAorR = c[0] == "O";
+        glAandR = c[0] == "B";
+        glNANflag = 0;
+        const std::vector<double> v = numbers(c[1]);
+        const char *marker = nullptr;
+        EXPECT_EQ(std::to_string(test_error_thresholds(v[0], v[1], v[2], &marker)), c[2]) << c[1];
+        EXPECT_EQ(marker, c[3]) << c[0] << c[1];
+        EXPECT_EQ(glNANflag, c[2] == "2");
+        const std::string modes = std::string(glAonly ? "A" : "") + (glRonly ? "R" : "") +
+                                  (glAorR ? "O" : "") + (glAandR ? "B" : "");
+        EXPECT_EQ(modes.empty() ? "-" : modes, c[4]) << c[0] << c[1];
+    }
+    EXPECT_EQ(relative_error(0.0, -0.0), 0.0);
+    EXPECT_EQ(relative_error(1e-300, -0.0), 1.0);
+    EXPECT_EQ(relative_error(1.0, -4.0), 0.25);
+}
+
+// The areas of a grid, separated by blanks. Fails when anything around the array is written to.
+static std::string areas(const std::vector<double> &points, double dx, std::size_t entries)
+{
+    std::vector<PT> records(points.size() / 2 + 1);
+    for (std::size_t i = 0; i + 1 < records.size(); ++i) {
+        records[i] = {points[2 * i], points[2 * i + 1], i + 2 < records.size() ? &records[i + 1] : nullptr};
+    }
+    Wform wform{};
+    wform.pts = points.empty() ? nullptr : records.data();
+    std::vector<double> guarded(entries + 16, 12345.0);
+    std::fill_n(guarded.begin() + 8, entries, 0.0);
+    guarded[8] = 99.0; // intline itself clears this one
+    intline(&wform, &guarded[8], dx, static_cast<int>(entries) - 2);
+    EXPECT_EQ(std::count(guarded.begin(), guarded.end(), 12345.0), 16);
+    std::string told;
+    for (std::size_t i = 8; i < entries + 8; ++i) {
+        char text[32];
+        std::snprintf(text, sizeof text, "%s%g", i > 8 ? " " : "", guarded[i]);
+        told += text[i > 8] == '-' && std::isnan(guarded[i]) ? " nan" : text;
+    }
+    return told;
+}
+
+TEST(Integration, Areas)
+{
+    for (const auto &c : cases_of("area")) {
+        EXPECT_EQ(areas(numbers(c[0]), std::stod(c[1]), numbers(c[2]).size()), c[2]) << c[0];
+    }
+    debug = DEBUG_ALT_INTEGRATION; // its own arithmetic, but the same curve and no offset by one
+    EXPECT_EQ(areas({0, 0, 0.5, 0.5, 0.5, 0.5, 4, 4}, 1, 6), "0.5 1.5 2.5 3.5 0 0");
+    debug = 0;
+}
+
+// Whatever the numbers are, the walk ends at once and stays inside the array.
+TEST(Integration, AnyNumbers)
+{
+    constexpr double kTimes[] = {kNan, kInf, -kInf, 1e300, -1e300, -1e-300, -2.5, -0.0, 1.0, 2.5, 1001.0};
+    for (const double dx : {0.0, kNan, kInf, -kInf, -1.0, 1.0, 1e-300, 1e300, 5e-324}) {
+        for (int i = 0; i < 2 * 11 * 11 * 11; ++i) {
+            debug = i % 2 * DEBUG_ALT_INTEGRATION;
+            areas({kTimes[i / 2 % 11], 1, kTimes[i / 22 % 11], -2, kTimes[i / 242], 3}, dx,
+                  i % 7 == 0 ? 2 : 5);
+        }
+    }
+    debug = 0;
+}
+
+static void expect_wraps_like_additions(double degrees)
+{
+    double expected = degrees;
+    while (expected < -180.0) {
+        expected += 360.0;
+    }
+    while (expected > 180.0) {
+        expected -= 360.0;
+    }
+    ASSERT_EQ(wrap_phase(degrees), expected) << degrees;
+    ASSERT_EQ(std::signbit(wrap_phase(degrees)), std::signbit(expected)) << degrees;
+}
+
+TEST(Phase, WrapsLikeAdditionsAndEnds)
+{
+    for (int i = -14; i <= 14; ++i) {
+        for (const double degrees : {i * 180.0, i * 180.0 + 999720.0, i * 1e-13}) {
+            for (const double towards : {-kInf, degrees, kInf}) {
+                expect_wraps_like_additions(std::nextafter(degrees, towards));
+            }
+        }
+    }
+    std::mt19937_64 random(360);
+    for (int i = 0; i < 100000; ++i) {
+        std::uniform_real_distribution<double> any(i % 100 == 0 ? -1e6 : -1e3, i % 100 == 50 ? 1e6 : 1e3);
+        expect_wraps_like_additions(any(random));
+    }
+    EXPECT_LE(std::fabs(wrap_phase(-1e300)), 180.0);
+    EXPECT_LE(std::fabs(wrap_phase(std::numeric_limits<double>::max())), 180.0);
+    EXPECT_EQ(wrap_phase(-kInf), -kInf);
+    EXPECT_TRUE(std::isnan(wrap_phase(kNan)));
+    EXPECT_EQ(wrapped_distance(179.0, -179.0), 358.0);
+}
+
+TEST(PairIndex, FindsWhatTheSearchFromTheHeadFinds)
+{
+    static char names[][8] = {"", "A", "B", "AB", "a", "V(OUT)", "V(OUT"};
+    std::mt19937 random(7);
+    for (int round = 0; round < 500; ++round) {
+        std::vector<Isoln> ref(random() % 60);
+        std::vector<Isoln> cmp(random() % 60);
+        for (auto *list : {&ref, &cmp}) {
+            for (Isoln &value : *list) { // few names and kinds, so that most are there several times
+                value.name = names[random() % 7];
+                value.type = 1 + static_cast<int>(random() % 3);
+            }
+        }
+        std::vector<Isoln *> unmatched;
+        PairIndex<Isoln> index;
+        for (Isoln &value : cmp) {
+            index.add(&value);
+            unmatched.push_back(&value);
+        }
+        for (Isoln &value : ref) {
+            const auto found = std::find_if(unmatched.begin(), unmatched.end(), [&value](const Isoln *other) {
+                return other->type == value.type && std::string(other->name) == value.name;
+            });
+            Isoln *const expected = found != unmatched.end() ? *found : nullptr;
+            ASSERT_EQ(index.match(value), expected);
+            ASSERT_EQ(value.matched, expected != nullptr);
+            if (expected != nullptr) {
+                ASSERT_EQ(expected->matched, 1);
+                unmatched.erase(found);
+            }
+        }
+    }
+}
+
+TEST(ExitGrade, MasksAndGrades)
+{
+    for (const auto &c : cases_of("grade")) {
+        desert = std::stoi(c[3]);
+        const int masked = masked_status(std::stoi(c[0]), {std::stoi(c[1]), std::stoi(c[2])});
+        EXPECT_EQ(std::to_string(masked), c[4]) << c[0];
+        EXPECT_EQ(std::to_string(exit_grade(masked)), c[5]) << c[0];
+    }
+    desert = 0;
+}

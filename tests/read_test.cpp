@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#include "read/codes.h"
+#include "read/index_file.h"
+#include "read/index_table.h"
+#include "read/waveform_reader.h"
+#include "support/settings.h"
+#include "support/tk_buffer.h"
+
+#include "test_support.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <tuple>
+
+// One way to store values, and test data stored that way.
+struct Layout {
+    int format;
+    bool big_endian;
+    std::size_t size; // of a value
+
+    std::string stored(double value) const
+    {
+        const auto narrow = static_cast<float>(value);
+        const void *bytes = format == BINARY ? static_cast<const void *>(&narrow) : &value;
+        std::string text(static_cast<const char *>(bytes), size);
+        if (big_endian) {
+            std::reverse(text.begin(), text.end());
+        }
+        return text;
+    }
+
+    // The points (i, -i - 0.5), a byte after every tenth, and the end mark.
+    std::string data(int points) const
+    {
+        std::string bytes;
+        for (int i = 0; i < points; ++i) {
+            bytes += stored(i) + stored(-i - 0.5) + (i % 10 == 9 ? "\xff" : "");
+        }
+        return bytes + std::string(size, '\xff');
+    }
+};
+
+static constexpr Layout kLayouts[] = {
+    {BINARY, true, 4}, {BINARY, false, 4}, {BINARY_DBL, true, 8}, {BINARY_DBL, false, 8}};
+
+// Reads a signal with the data. Tells the number of points, how many points from the first on have the
+// values of Layout::data, and the field that follows, "." at the end of the file.
+static std::tuple<int, int, std::string> read_signal(const Layout &layout, const std::string &data,
+                                                     std::size_t pad = 2)
+{
+    reverse_bytes = layout.big_endian;
+    PunchSource source(comment_line(pad) + "V1 DATA " + format_name(layout.format) + "\n" + data);
+    tk_BUFinit(source.stream);
+    tk_BUFreadLine(source.stream);
+    const Wform *wform = tk_read_wform(source.stream, AC);
+    int right = 0;
+    for (const PT *p = wform->pts; p != nullptr && p->x == right && p->val == -right - 0.5; p = p->next) {
+        ++right;
+    }
+    return {wform->numpts, right, tk_eofflag ? "." : tk_nxfield(source.stream)};
+}
+
+// The missing bytes read as 0xFF: the point that is cut off counts, and the data ends with it.
+TEST(BinaryData, CutAtEveryByte)
+{
+    for (const Layout &layout : kLayouts) {
+        const int pair = 2 * static_cast<int>(layout.size);
+        for (const int points : {0, 1, 9, 10, 11, 20, 25}) {
+            const std::string data = layout.data(points);
+            for (int cut = 0; cut <= static_cast<int>(data.size()); ++cut) {
+                const int full = cut / (10 * pair + 1) * 10;
+                const int rest = cut % (10 * pair + 1);
+                const int begun = std::min(full + std::min((rest + pair - 1) / pair, 10), points);
+                const int complete = std::min(full + rest / pair, points);
+                for (const int counting : {1, 0}) { // counts the points only, then keeps them
+                    pun_index = counting;
+                    ASSERT_EQ(read_signal(layout, data.substr(0, static_cast<std::size_t>(cut))),
+                              std::tuple(begun, counting == 1 ? 0 : complete, "."))
+                        << points << " " << cut;
+                }
+            }
+        }
+    }
+}
+
+TEST(BinaryData, BlocksMarksAndTails)
+{
+    const std::size_t block = PunchSource("").stream.capacity;
+    for (const Layout &layout : kLayouts) {
+        const std::string data = layout.data(11) + std::string("\0 \0x\nNEXT\n", 10);
+        for (std::size_t before = 0; before <= data.size() + 20; ++before) {
+            ASSERT_EQ(read_signal(layout, data, block - before), std::tuple(11, 11, "NEXT")) << before;
+        }
+        const std::string point = layout.stored(0) + layout.stored(-0.5);
+        const std::string end(layout.size, '\xff');
+        const std::string tail = end + "x\nNEXT\n";
+        std::string nan = end;
+        nan[layout.big_endian ? layout.size - 1 : 0] = 'x';
+        EXPECT_EQ(read_signal(layout, point + nan + nan + point + tail), std::tuple(3, 1, "NEXT"));
+        EXPECT_EQ(read_signal(layout, point + layout.stored(1) + tail), std::tuple(2, 1, "NEXT"));
+        for (const auto &c : cases_of("tail")) {
+            EXPECT_EQ(read_signal(layout, point + end + c[0]), std::tuple(1, 1, c[1])) << c[0];
+        }
+    }
+}
+
+TEST(IndexTable, FoldsAt74Characters)
+{
+    for (const std::size_t size : {0U, 74U, 75U, 145U, 146U, 5000U}) {
+        const std::string text = std::string(size / 2, 'x') + std::string(size - size / 2, 'y');
+        std::string expected = text;
+        for (std::size_t at = 74; at < expected.size(); at += 75) {
+            expected.insert(at, "\n*$-");
+        }
+        char written[6000] = "";
+        std::FILE *stream = fmemopen(written, sizeof written, "w");
+        vprintIndexString(stream, "%s", text.c_str());
+        std::fclose(stream);
+        EXPECT_EQ(written, expected + "\n");
+    }
+}
+
+// Where the punch data ends: the place in the file and its size, which must agree.
+static std::int64_t data_end(const PunchSource &source)
+{
+    std::FILE *file = std::fopen(source.path.c_str(), "rb+");
+    RemoveExistingIndex(source.path.c_str(), file);
+    const std::int64_t place = ftello(file);
+    fseeko(file, 0, SEEK_END);
+    const std::int64_t size = ftello(file);
+    std::fclose(file);
+    return size == place ? place : -1;
+}
+
+static const std::string kTable = "*$$\n*$$ --- BEGIN PUNCH FILE INDEX TABLE ---\n*$:V1,4,1,VOLTS\n";
+
+TEST(IndexFile, OldTableIsFoundByItsTrailer)
+{
+    for (const auto &c : cases_of("trailer")) {
+        const std::string text = "* a\nV1 1 2\n" + (c[0][0] == 'T' ? kTable + c[0].substr(1) : c[0]);
+        EXPECT_EQ(data_end(PunchSource(text)), c[1] == "yes" ? 11 : static_cast<off_t>(text.size())) << text;
+    }
+    EXPECT_EQ(data_end(PunchSource(kTable + "*$!0\n\n")), 0);
+    PunchSource large("V1 0 1\n" + kTable + "*$!5368709127\n\n", false, 5368709120);
+    EXPECT_EQ(data_end(large), 5368709127);
+    stream_seek(large.stream, 5368709120);
+    tk_BUFinit(large.stream);
+    EXPECT_EQ(tk_read_wform(large.stream, TR)->offset, 5368709120);
+}
