@@ -1,0 +1,82 @@
+#!/bin/bash
+# SPDX-License-Identifier: MIT
+# Fuzzes the whole program with AFL++ under AddressSanitizer and UBSan, on files cut from the samples.
+# Usage: fuzz/run.sh [seconds per target [target...]]; BUILD_DIR names another build folder, JOBS the
+# targets run at a time. A further run goes on where the last one stopped. Lists the inputs that crashed
+# or hung the program, and fails, until they are removed.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+seconds=${1:-600}
+shift || true
+build=$(realpath -m "${BUILD_DIR:-build-fuzz}")
+findings=$build/findings
+golden=$build/golden.pun
+export findings golden seconds program=$build/tresk dictionary=$PWD/fuzz/punch.dict
+# Containers neither pin processors nor let the governor or the core pattern be set.
+export AFL_SKIP_CPUFREQ=1 AFL_NO_AFFINITY=1 AFL_I_DONT_CARE_ABOUT_MISSING_CRASHES=1 AFL_NO_UI=1
+export AFL_AUTORESUME=1 AFL_FAST_CAL=1
+unset TRESK_DEBUG KORSIM3_REVERSE_BYTES
+
+# The arguments of a target; @@ is the fuzzed file, which is written afresh for every execution, so
+# that what the index mode does to it is gone by then.
+declare -A arguments=(
+    [reference]="@@ $golden"
+    [comparison]="$golden @@"
+    [dump]="-d 39 -desert @@ $golden"  # both dumps, the mask arithmetic, the other integration
+    [trace]="-d 24 -AandR $golden @@"  # the traces of the transient comparison
+    [itself]="-Aonly -a -1 @@ @@"      # every signal finds its partner, and every value fails
+    [index]="-index @@"
+    [mirel]="-indexmirel @@"
+)
+targets=("$@")
+[ $# -gt 0 ] || targets=(reference comparison dump trace itself index mirel)
+
+install_afl() {
+    command -v afl-clang-fast++ >/dev/null && return
+    as_root=
+    [ "$(id -u)" = 0 ] || as_root='sudo -n'
+    $as_root apt-get -qq update || true
+    $as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq install -y afl++
+}
+
+# Keeps three points of every signal; then a second set in which the analyses have other names. The
+# empty line in front is what the offset given to the mirel target skips.
+make_seeds() { # <folder>
+    mkdir -p "$1"
+    for sample in samples/*/golden.pun; do
+        seed=$1/$(basename "$(dirname "$sample")")
+        perl -0777 -pe 's/^/\n/; s/((?:\n\+.*){2})(?:\n\+.*)+/$1/g;
+            s/(DATA = BINARY_DBL\n(?:(?!\xff{8}).){48}).*?(?=\xff{8})/$1/gs;
+            s/(DATA = BINARY\n(?:(?!\xff{4}).){24}).*?(?=\xff{4})/$1/gs
+            ' "$sample" >"$seed"
+        perl -pe 's/= TR /= PSS /; s/IN TR/IN DC/; s/= DC /= STB /; s/= AC /= PAC /; s/= NOISE/= XF/;
+            s/(?<=V\(OUT\)) YUNITS/ PWL DELAY 1E-9$&/; s/\(A\)/A[2:0]/' "$seed" >"$seed-renamed"
+    done
+    perl -pe 's/(RERUN_NUMBER = )\d/${1}1/; s/(MODIFY = )\d/${1}0/' "$1"/* >"$golden" # all in one modify
+}
+
+fuzz() { # <target>
+    mkdir -p "$findings/$1"
+    MIREL_PUNCH_ADDITIONS=1 KORSIM3_INDEX_FILENAME=/dev/null \
+        afl-fuzz -i "$findings/seeds" -o "$findings" -S "$1" -T "$1" -V "$seconds" -x "$dictionary" -m none \
+        -t 2000 -- "$program" $2 >"$findings/$1.log" 2>&1 || tail "$findings/$1.log"
+}
+
+report() { # the state of all targets since their first run; the edges include those of the sanitizers
+    printf '%-12s %12s %8s %6s %6s %8s %6s\n' target executions seconds edges of crashes hangs
+    for stats in "$findings"/*/fuzzer_stats; do
+        perl -ne '/^(\w+) *: (.*)/ and $s{$1} = $2; END { printf "%-12s %12d %8d %6d %6d %8d %6d\n",
+            @s{qw(afl_banner execs_done run_time edges_found total_edges saved_crashes saved_hangs)} }' "$stats"
+    done
+    ! find "$findings" -path '*/crashes*/id*' -o -path '*/hangs*/id*' | grep .
+}
+
+install_afl
+cmake -S . -B "$build" -DCMAKE_CXX_COMPILER=afl-clang-fast++ -DTRESK_SANITIZE=ON -DTRESK_BUILD_TESTS=OFF
+cmake --build "$build" --target tresk --parallel "$(nproc)"
+[ -d "$findings/seeds" ] || make_seeds "$findings/seeds"
+export -f fuzz
+for target in "${targets[@]}"; do
+    printf '%s\0%s\0' "$target" "${arguments[$target]}"
+done | xargs -0 -n 2 -P "${JOBS:-$(nproc)}" bash -c 'fuzz "$@"' fuzz
+report
