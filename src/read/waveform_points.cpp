@@ -50,14 +50,11 @@ class PointAppender
         return point_slab.reserve(count);
     }
 
-    // Appends the first count points of the room. Their next fields need not be set.
+    // Appends the first count points of the room, each linked to the one behind it.
     void append_filled(PT *points, std::size_t count)
     {
         if (count == 0) {
             return;
-        }
-        for (std::size_t i = 0; i < count; ++i) {
-            points[i].next = points + i + 1;
         }
         points[count - 1].next = nullptr;
         *tail_ = points;
@@ -161,7 +158,7 @@ struct Group {
     bool ended;         // the end mark was met; in place of a y its point counts all the same
 };
 
-// Decodes one group of points at bytes.
+// Decodes one group of points at bytes, and links each to the place behind it.
 template <typename Value, bool kSwap> Group decode_group(const char *bytes, PT *points)
 {
     std::size_t used = 0;
@@ -172,6 +169,7 @@ template <typename Value, bool kSwap> Group decode_group(const char *bytes, PT *
         used += sizeof(Value);
         const bool ended = decode_binary<Value, kSwap>(bytes + used, points[i].val);
         used += sizeof(Value);
+        points[i].next = points + i + 1;
         if (ended) {
             return {i + 1, i + 1 == kGroupPoints ? used + 1 : used, true};
         }
