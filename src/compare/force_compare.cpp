@@ -94,6 +94,14 @@ const char *difference_name(const TPsoln &point)
     return point.analysis == TR ? "TR" : "PSS";
 }
 
+bool all_matched(const Isoln *values)
+{
+    while (values != nullptr && values->matched) {
+        values = values->next;
+    }
+    return values == nullptr;
+}
+
 void compare_pair(TPsoln &ref, TPsoln &cmp, int code, ForceFindings &findings)
 {
     ref.matched = 1;
@@ -109,6 +117,9 @@ void compare_pair(TPsoln &ref, TPsoln &cmp, int code, ForceFindings &findings)
         transcript_puts("\nAnalysis type for .FORCE statement is different.\n");
         print_both_files(difference_name(ref), difference_name(cmp));
         findings.bits |= EXIT_ANALYSES;
+    }
+    if (all_matched(ref.isoln) && all_matched(cmp.isoln)) {
+        return; // statements of one time meet again and again; these have nothing left to tell
     }
     findings.bits |= compare_signals(ref.isoln, cmp.isoln, code, &findings.fails);
     findings.missing += find_missing_signals(ref.isoln, cmp.isoln, code);
