@@ -30,7 +30,6 @@ struct OptionRule {
 
 ExitMasks masks;
 int indexscript = 0;
-int plain_index = 0; // nothing reads it: -index alone sets no variant
 
 const OptionRule kRules[] = {
     {"Aa", "-Aonly", Match::ANY_CASE, Action::FLAG, &glAonly, nullptr},
@@ -47,7 +46,7 @@ const OptionRule kRules[] = {
     {"i", "-indexscript", Match::EXACT, Action::INDEX, &indexscript, nullptr},
     {"i", "-indexmirel", Match::EXACT, Action::INDEX, &indexmirel, nullptr},
     {"i", "-indexrdinp", Match::EXACT, Action::INDEX, &indexrdinp, nullptr},
-    {"i", "-index", Match::ANY_WORD, Action::INDEX, &plain_index, nullptr},
+    {"i", "-index", Match::ANY_WORD, Action::INDEX, &pun_index, nullptr},
     {"n", "-nem", Match::EXACT, Action::MASK, &masks.negative, nullptr},
     {"p", "-pem", Match::EXACT, Action::MASK, &masks.positive, nullptr},
 };
