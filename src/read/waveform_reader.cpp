@@ -165,17 +165,11 @@ class HeaderReader
                 step_to_pwl();
             }
         } else if (token_ != "YUNITS") {
-            look_ahead_for_pwl();
-        }
-    }
-
-    void look_ahead_for_pwl()
-    {
-        tk_nxsignal(stream_);
-        if (!tk_eolnflag && tk_nxsignal(stream_) == "PWL") {
-            step_to_pwl();
-        } else {
-            tk_BUFrestore(stream_);
+            if (tk_secondSignalIs(stream_, "PWL")) {
+                step_to_pwl();
+            } else {
+                tk_BUFrestore(stream_);
+            }
         }
     }
 

@@ -7,6 +7,9 @@
 
 #include <climits>
 #include <cstring>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 const char *tk_BUF = nullptr; // set by tk_BUFinit
 std::size_t tk_BUFlength = 0;
@@ -275,9 +278,76 @@ void read_past_comments(PunchStream &stream)
 
 // The ":" found in the sections of a name.
 struct Colons {
-    int count = 0;
+    std::int64_t count = 0;
     std::size_t last = 0; // index in tk_field
 };
+
+// Sections of names over which looking ahead found nothing. Sections that enter a line at the same
+// place end at the same bracket, so the same follows them. Without this memory a file full of headers
+// with a bracket that is never closed would be read to its end from each of them.
+class SectionMemory
+{
+  public:
+    void forget()
+    {
+        colons_behind_.clear();
+    }
+
+    void begin_name()
+    {
+        entered_.clear();
+        known_ = false;
+    }
+
+    // Called where a section enters a line. True if it need not be read on.
+    bool enter_line(std::int64_t place, std::int64_t colons)
+    {
+        const auto found = colons_behind_.find(place);
+        // A single colon may make a bus range, which stays pending when looking ahead is over.
+        known_ = found != colons_behind_.end() && colons + found->second != 1;
+        if (known_) {
+            colons_ = colons + found->second;
+        } else {
+            entered_.emplace_back(place, colons);
+        }
+        return known_;
+    }
+
+    // Called at the end of a name that was read whole.
+    void end_name(std::int64_t colons)
+    {
+        colons_ = colons;
+    }
+
+    bool is_known() const
+    {
+        return known_;
+    }
+
+    void remember()
+    {
+        for (const auto &[place, colons] : entered_) {
+            colons_behind_.insert({place, colons_ - colons});
+        }
+    }
+
+  private:
+    std::unordered_map<std::int64_t, std::int64_t> colons_behind_; // by file offset
+    std::vector<std::pair<std::int64_t, std::int64_t>> entered_;   // by this name: places, colons before
+    std::int64_t colons_ = 0;                                      // of this name
+    bool known_ = false;                                           // this name was left before its end
+};
+
+SectionMemory first_name_memory;
+SectionMemory second_name_memory;
+SectionMemory *section_memory = nullptr; // that of the name being looked at, null unless looking ahead
+
+// Called where a section enters a line. False where looking ahead can leave it.
+bool must_read_on(const Colons &colons)
+{
+    return section_memory == nullptr ||
+           !section_memory->enter_line(tk_BUFoffset + static_cast<std::int64_t>(tk_BUFindex), colons.count);
+}
 
 // Copies characters up to one that may mean something inside or outside the sections of a name.
 void copy_plain_name_text()
@@ -292,22 +362,28 @@ void copy_plain_name_text()
 }
 
 // Copies a "(...)" or "[...]" section of a name, which may go on over line ends, without its spaces.
-void copy_section(PunchStream &stream, Colons &colons)
+// False if it was left before its end.
+bool copy_section(PunchStream &stream, Colons &colons)
 {
     tk_field += current();
     ++tk_BUFindex;
     for (;;) {
         copy_plain_name_text();
         const char c = current();
-        if (c == '&') {
-            tk_BUFreadLine(stream);
-        } else if (class_of(c) == LINE_END) {
-            read_past_comments(stream);
-            if (is_comment_or_empty()) {
-                return; // the file ended inside the section
+        if (c == '&' || class_of(c) == LINE_END) {
+            if (c == '&') {
+                tk_BUFreadLine(stream);
+            } else {
+                read_past_comments(stream);
+                if (is_comment_or_empty()) {
+                    return true; // the file ended inside the section
+                }
+                ++tk_BUFindex; // the continuation mark
+                skip_blanks();
             }
-            ++tk_BUFindex; // the continuation mark
-            skip_blanks();
+            if (!must_read_on(colons)) {
+                return false;
+            }
         } else {
             ++tk_BUFindex;
             if (c == ':') {
@@ -318,7 +394,7 @@ void copy_section(PunchStream &stream, Colons &colons)
                 tk_field += c;
             }
             if (c == ')' || c == ']') {
-                return;
+                return true;
             }
         }
     }
@@ -342,7 +418,9 @@ Colons copy_name(PunchStream &stream)
                 tk_BUFindex = 0;
             }
         } else if (c == '(' || c == '[') {
-            copy_section(stream, colons);
+            if (!copy_section(stream, colons)) {
+                return colons;
+            }
             after_section = true;
         } else {
             tk_field += c; // also "]" and ":", which mean nothing here
@@ -435,6 +513,8 @@ void tk_BUFinit(PunchStream &stream)
     at_end = false;
     past_end = false;
     tk_splitting_bus = 0;
+    first_name_memory.forget();
+    second_name_memory.forget();
     nul_finder = ByteFinder{'\0'};
     end_byte_finder = ByteFinder{static_cast<char>(kEndOfFileByte)};
     tk_BUFreadLine(stream);
@@ -527,11 +607,40 @@ const std::string &tk_nxsignal(PunchStream &stream)
     tk_eolnflag = 0;
     tk_argflag = 0;
     const Colons colons = copy_name(stream);
+    if (section_memory != nullptr) {
+        if (section_memory->is_known()) {
+            return tk_field;
+        }
+        section_memory->end_name(colons.count);
+    }
     finish_signal(stream);
     if (colons.count == 1) {
         split_bus(colons.last);
     }
     return tk_field;
+}
+
+bool tk_secondSignalIs(PunchStream &stream, const char *word)
+{
+    SectionMemory &first = first_name_memory;
+    SectionMemory &second = second_name_memory;
+    first.begin_name();
+    second.begin_name();
+    section_memory = &first;
+    tk_nxsignal(stream);
+    section_memory = &second;
+    bool found = false;
+    bool bus_split = tk_splitting_bus != 0;
+    if (!first.is_known() && !tk_eolnflag) {
+        found = tk_nxsignal(stream) == word && !second.is_known();
+        bus_split = bus_split || tk_splitting_bus != 0;
+    }
+    section_memory = nullptr;
+    second.remember(); // a name with a section is no word, whatever follows
+    if (!found && !bus_split) {
+        first.remember();
+    }
+    return found;
 }
 
 const std::string &tk_nxString(PunchStream &stream)

@@ -61,6 +61,10 @@ void tk_skipfield(PunchStream &stream);
 // The next signal name, case kept.
 const std::string &tk_nxsignal(PunchStream &stream);
 
+// Whether the second signal name from here is word, which has no section. The scanner is left anywhere:
+// mark the place before, and go back. A bus range of the names stays pending.
+bool tk_secondSignalIs(PunchStream &stream, const char *word);
+
 // The raw text up to the next space. Uses up the line it ends.
 const std::string &tk_nxString(PunchStream &stream);
 
