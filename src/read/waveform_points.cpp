@@ -14,6 +14,9 @@
 namespace
 {
 
+// The coordinates of a point in one register, where the processor has such registers.
+using PointVector = double __attribute__((vector_size(16)));
+
 // Appends points to a waveform and keeps the range of their coordinates.
 class PointAppender
 {
@@ -78,27 +81,20 @@ class PointAppender
     // The same for many points, without a branch for each; a sum tells whether there was a NaN.
     void widen(const PT *points, std::size_t count)
     {
-        double xmin = xmin_;
-        double xmax = xmax_;
-        double ymin = ymin_;
-        double ymax = ymax_;
-        double xsum = 0.0;
-        double ysum = 0.0;
+        PointVector lowest{xmin_, ymin_};
+        PointVector highest{xmax_, ymax_};
+        PointVector sum{0.0, 0.0};
         for (std::size_t i = 0; i < count; ++i) {
-            const double x = points[i].x;
-            const double y = points[i].val;
-            xmin = x < xmin ? x : xmin;
-            xmax = x > xmax ? x : xmax;
-            ymin = y < ymin ? y : ymin;
-            ymax = y > ymax ? y : ymax;
-            xsum += x;
-            ysum += y;
+            const PointVector point{points[i].x, points[i].val};
+            lowest = point < lowest ? point : lowest;
+            highest = point > highest ? point : highest;
+            sum += point;
         }
-        if (xsum == xsum && ysum == ysum) {
-            xmin_ = xmin;
-            xmax_ = xmax;
-            ymin_ = ymin;
-            ymax_ = ymax;
+        if (sum[0] == sum[0] && sum[1] == sum[1]) {
+            xmin_ = lowest[0];
+            ymin_ = lowest[1];
+            xmax_ = highest[0];
+            ymax_ = highest[1];
             return;
         }
         for (std::size_t i = 0; i < count; ++i) {
@@ -136,18 +132,19 @@ bool next_x(PunchStream &stream, double &x)
 
 void count_text_points(PunchStream &stream, Wform &wform)
 {
-    std::uint64_t count = 0;
-    while (!tk_eolnflag && !tk_eofflag) {
-        if (count > 0) {
-            tk_skipfield(stream);
-            if (tk_eolnflag) {
-                break;
-            }
+    std::uint64_t fields = 0; // without the first x
+    for (;;) {
+        const bool between_points = fields == 0 || fields % 2 != 0;
+        if (tk_eolnflag || (tk_eofflag && between_points)) {
+            break;
+        }
+        if (!tk_eofflag) {
+            fields += tk_skipPlainFields();
         }
         tk_skipfield(stream);
-        ++count;
+        ++fields;
     }
-    set_point_count(wform, count);
+    set_point_count(wform, (fields + 1) / 2);
 }
 
 constexpr std::size_t kGroupPoints = 10; // points between two bytes to be dropped

@@ -303,6 +303,22 @@ void copy_plain_name_text()
     tk_BUFindex += static_cast<std::size_t>(end - begin);
 }
 
+// Continues a section on the next line. False if the file ended.
+bool enter_line_of_section(PunchStream &stream)
+{
+    if (current() == '&') {
+        tk_BUFreadLine(stream);
+        return true;
+    }
+    read_past_comments(stream);
+    if (is_comment_or_empty()) {
+        return false;
+    }
+    ++tk_BUFindex; // the continuation mark
+    skip_blanks();
+    return true;
+}
+
 // Copies a "(...)" or "[...]" section of a name, which may go on over line ends, without its spaces.
 // False if it was left before its end.
 bool copy_section(PunchStream &stream, Colons &colons)
@@ -313,15 +329,8 @@ bool copy_section(PunchStream &stream, Colons &colons)
         copy_plain_name_text();
         const char c = current();
         if (c == '&' || class_of(c) == LINE_END) {
-            if (c == '&') {
-                tk_BUFreadLine(stream);
-            } else {
-                read_past_comments(stream);
-                if (is_comment_or_empty()) {
-                    return true; // the file ended inside the section
-                }
-                ++tk_BUFindex; // the continuation mark
-                skip_blanks();
+            if (!enter_line_of_section(stream)) {
+                return true; // what there is of it
             }
             if (!must_read_on(colons)) {
                 return false;
@@ -538,6 +547,16 @@ void tk_skipfield(PunchStream &stream)
     tk_BUFindex = static_cast<std::size_t>(end - tk_BUF);
     step_over_separator();
     finish_field(stream);
+}
+
+std::size_t tk_skipPlainFields()
+{
+    const PlainFields fields = plain_fields(tk_BUF + tk_BUFindex, tk_BUF + tk_BUFlength);
+    if (fields.count < 2) {
+        return 0;
+    }
+    tk_BUFindex = static_cast<std::size_t>(fields.last - tk_BUF);
+    return fields.count - 1;
 }
 
 const std::string &tk_nxsignal(PunchStream &stream)

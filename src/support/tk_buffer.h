@@ -58,6 +58,10 @@ void tk_dropfields(PunchStream &stream, int count);
 // Steps over the next field without handing it out in tk_field.
 void tk_skipfield(PunchStream &stream);
 
+// Steps over all fields of the current line but the last, if nothing but blanks stands between them, and
+// returns their number. Leaves the scanner where it is, and returns 0, on any other line.
+std::size_t tk_skipPlainFields();
+
 // The next signal name, case kept.
 const std::string &tk_nxsignal(PunchStream &stream);
 
