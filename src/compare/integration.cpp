@@ -15,12 +15,17 @@ struct Grid {
     double per_dx; // 1 / dx
     int ndiv;
 
-    // Number of the interval that holds x, by truncation towards 0. What lies behind the last entry
-    // shares ndiv + 1; what is out of all bounds or no number is taken as before everything else.
-    int interval(double x) const
+    // x in intervals.
+    double place(double x) const
+    {
+        return x * per_dx;
+    }
+
+    // Number of the interval that holds a place, by truncation towards 0. What lies behind the last
+    // entry shares ndiv + 1; what is out of all bounds or no number is taken as before everything else.
+    int interval(double place) const
     {
         constexpr int kLowest = -1000000000;
-        const double place = x * per_dx;
         if (place > kLowest && place < ndiv + 1) {
             return static_cast<int>(place);
         }
@@ -90,10 +95,12 @@ void integrate(const PT *points, const Grid &grid)
 {
     const bool trace = debugging(DEBUG_INTEGRATION);
     PT from = *points;
-    int left = grid.interval(from.x);
+    int left = grid.interval(grid.place(from.x));
     double area = grid.at(left + 1); // of the current interval; written back when it is left
     for (const PT *to = points->next; to != nullptr; to = to->next) {
-        const int right = grid.interval(to->x);
+        const double place = grid.place(to->x);
+        // Mostly that of the point before, which is told without a conversion.
+        const int right = place >= left && place < left + 1.0 && left > 0 ? left : grid.interval(place);
         if (right < left) {
             continue; // time went backwards
         }
@@ -120,7 +127,7 @@ void integrate_running(const PT *points, const Grid &grid)
 {
     double running = 0.0;
     PT from = *points;
-    int boundary = std::max(grid.interval(from.x), 0) + 1; // the next one to be passed
+    int boundary = std::max(grid.interval(grid.place(from.x)), 0) + 1; // the next one to be passed
     for (const PT *to = points->next; to != nullptr; to = to->next) {
         if (to->x == from.x) {
             continue;

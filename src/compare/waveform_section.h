@@ -9,11 +9,31 @@
 #include "compare/pair_index.h"
 #include "compare/result_lines.h"
 
+#include <vector>
+
 // What the comparison of one pair of signals found.
 struct SignalFindings {
     int fails = 0; // what the summary counts: signals, or Fourier coefficients
     unsigned bits = 0;
 };
+
+// A signal of the reference file and its partner.
+struct SignalPair {
+    const Wform *ref;
+    const Wform *cmp;
+};
+
+// The partners of many small signals lie all over the memory. Asks for the one that is compared a few
+// pairs later, and for the points of a nearer one, whose record is there by now.
+inline void fetch_ahead(const std::vector<SignalPair> &pairs, std::size_t current)
+{
+    constexpr std::size_t kRecordsAhead = 8;
+    constexpr std::size_t kPointsAhead = 4;
+    if (current + kRecordsAhead < pairs.size()) {
+        __builtin_prefetch(pairs[current + kRecordsAhead].cmp);
+        __builtin_prefetch(pairs[current + kPointsAhead].cmp->pts);
+    }
+}
 
 // Compares the signals of analysis code: pairs them by name and calls compare_pair(reference,
 // comparison) for each pair, which returns SignalFindings. Prints nothing when neither list holds
@@ -31,20 +51,25 @@ unsigned compare_section(Wform *ref, Wform *cmp, int code, ComparePair compare_p
             }
         }
     }
-    SignalFindings total;
+    std::vector<SignalPair> pairs;
     for (Wform *signal = ref; signal != nullptr; signal = signal->next) {
         if (signal->analysis != code) {
             continue;
         }
         seen = true;
         if (const Wform *partner = candidates.match(*signal)) {
-            const SignalFindings found = compare_pair(*signal, *partner);
-            total.fails += found.fails;
-            total.bits |= found.bits;
+            pairs.push_back({signal, partner});
         }
     }
     if (!seen) {
         return 0;
+    }
+    SignalFindings total;
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        fetch_ahead(pairs, i);
+        const SignalFindings found = compare_pair(*pairs[i].ref, *pairs[i].cmp);
+        total.fails += found.fails;
+        total.bits |= found.bits;
     }
     const unsigned missing = find_missing_wforms(ref, cmp, code);
     print_tk_summary(total.fails, static_cast<int>(missing), into_string(static_cast<unsigned>(code)));
