@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <string_view>
 #include <vector>
@@ -29,7 +30,7 @@ template <typename Record> class PairIndex
   public:
     void add(Record *record)
     {
-        entries_.push_back({record, hash_of(record->name, pair_kind(*record)), kNone});
+        entries_.push_back({record, record->name, hash_of(record->name, pair_kind(*record)), kNone});
     }
 
     // Finds the partner of a record, marks both as matched and returns it; null when there is none.
@@ -42,8 +43,8 @@ template <typename Record> class PairIndex
         const std::size_t hash = hash_of(reference.name, pair_kind(reference));
         for (std::uint32_t *link = &bucket(hash); *link != kNone; link = &entries_[*link].next) {
             const Entry &entry = entries_[*link];
-            if (entry.hash == hash && pair_kind(*entry.record) == pair_kind(reference) &&
-                std::string_view(entry.record->name) == reference.name) {
+            if (entry.hash == hash && std::strcmp(entry.name, reference.name) == 0 &&
+                pair_kind(*entry.record) == pair_kind(reference)) {
                 *link = entry.next;
                 reference.matched = 1;
                 entry.record->matched = 1;
@@ -58,6 +59,7 @@ template <typename Record> class PairIndex
 
     struct Entry {
         Record *record;
+        const char *name; // that of the record, which need not be fetched from memory to compare it
         std::size_t hash;
         std::uint32_t next; // entry behind this one in its bucket
     };

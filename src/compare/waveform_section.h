@@ -24,14 +24,20 @@ struct SignalPair {
 };
 
 // The partners of many small signals lie all over the memory. Asks for the one that is compared a few
-// pairs later, and for the points of a nearer one, whose record is there by now.
+// pairs later, and for what a nearer one, whose record is there by now, points to.
 inline void fetch_ahead(const std::vector<SignalPair> &pairs, std::size_t current)
 {
     constexpr std::size_t kRecordsAhead = 8;
-    constexpr std::size_t kPointsAhead = 4;
+    constexpr std::size_t kContentsAhead = 4;
+    constexpr std::size_t kCacheLine = 64;
     if (current + kRecordsAhead < pairs.size()) {
-        __builtin_prefetch(pairs[current + kRecordsAhead].cmp);
-        __builtin_prefetch(pairs[current + kPointsAhead].cmp->pts);
+        const auto *record = reinterpret_cast<const char *>(pairs[current + kRecordsAhead].cmp);
+        for (std::size_t byte = 0; byte < sizeof(Wform); byte += kCacheLine) {
+            __builtin_prefetch(record + byte);
+        }
+        const Wform &nearer = *pairs[current + kContentsAhead].cmp;
+        __builtin_prefetch(nearer.pts);
+        __builtin_prefetch(nearer.yunits);
     }
 }
 
