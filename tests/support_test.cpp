@@ -150,6 +150,45 @@ TEST(Scanner, FastWaysEndWhereTheFieldCallDoes)
     }
 }
 
+// From each field of a text on: whether the second signal name is PWL, and the element of a bus range
+// that looking ahead for it left pending. The quick way may know the answer from an earlier field.
+static std::string look_ahead(PunchSource &source, const std::string &text, bool quick)
+{
+    source.open(text);
+    tk_BUFinit(source.stream);
+    std::string told;
+    for (int limit = 200; limit > 0 && !tk_eofflag; --limit) {
+        tk_BUFmark(source.stream);
+        bool found = false;
+        if (quick) {
+            found = tk_secondSignalIs(source.stream, "PWL");
+        } else {
+            tk_nxsignal(source.stream);
+            found = !tk_eolnflag && tk_nxsignal(source.stream) == "PWL";
+        }
+        tk_BUFrestore(source.stream);
+        told += std::to_string(found) + " " + (tk_splitting_bus ? tk_nxsignal(source.stream) : "-") + "\n";
+        tk_nxfield(source.stream);
+    }
+    return told;
+}
+
+TEST(Scanner, LookingAheadRemembersRightly)
+{
+    const std::vector<std::string> pieces = {"A ",   "B",    " PWL ", "PWM", "(", "(", ")",  "[",
+                                             "]",    ":",    "0:2",   "1",   " ", " ", "\n", "\n",
+                                             "\n+ ", "\n* ", "&",     "&\n", "=", ",", "\0"s};
+    std::mt19937 random(20261121);
+    PunchSource source("");
+    for (int round = 0; round < 6000; ++round) {
+        std::string soup;
+        for (std::size_t length = random() % 60; length > 0; --length) {
+            soup += pieces[random() % pieces.size()];
+        }
+        ASSERT_EQ(look_ahead(source, soup, true), look_ahead(source, soup, false)) << soup;
+    }
+}
+
 // Whether the conversion gives the value and the errno of strtod.
 static bool converts_like_strtod(const char *text)
 {
