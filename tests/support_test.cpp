@@ -161,7 +161,7 @@ static std::string look_ahead(PunchSource &source, const std::string &text, bool
         tk_BUFmark(source.stream);
         bool found = false;
         if (quick) {
-            found = tk_secondSignalIs(source.stream, "PWL");
+            found = tk_lookAheadForPwl(source.stream);
         } else {
             tk_nxsignal(source.stream);
             found = !tk_eolnflag && tk_nxsignal(source.stream) == "PWL";

@@ -9,6 +9,7 @@
 #include "compare/pair_index.h"
 #include "compare/result_lines.h"
 
+#include <cstddef>
 #include <vector>
 
 // What the comparison of one pair of signals found.
@@ -35,6 +36,7 @@ inline void fetch_ahead(const std::vector<SignalPair> &pairs, std::size_t curren
         for (std::size_t byte = 0; byte < sizeof(Wform); byte += kCacheLine) {
             __builtin_prefetch(record + byte);
         }
+        __builtin_prefetch(record + sizeof(Wform) - 1);
         const Wform &nearer = *pairs[current + kContentsAhead].cmp;
         __builtin_prefetch(nearer.pts);
         __builtin_prefetch(nearer.yunits);

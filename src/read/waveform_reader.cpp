@@ -165,7 +165,7 @@ class HeaderReader
                 step_to_pwl();
             }
         } else if (token_ != "YUNITS") {
-            if (tk_secondSignalIs(stream_, "PWL")) {
+            if (tk_lookAheadForPwl(stream_)) {
                 step_to_pwl();
             } else {
                 tk_BUFrestore(stream_);

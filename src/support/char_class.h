@@ -62,8 +62,9 @@ inline const char *skip_ordinary(const char *text)
 }
 
 #ifdef __SSE2__
-// Marks all bytes that are not ORDINARY, and some that are: those are "=", below "-" or negative as
-// signed bytes. Of the others there, only "+" is frequent and left out: it stands in exponents.
+// Marks the bytes that are not ORDINARY, and some that are. All that are not are "=", below "-" or
+// negative as signed bytes. Of the others there, only "+" is frequent and left out: it stands in
+// exponents.
 inline __m128i maybe_special(__m128i bytes)
 {
     const __m128i low = _mm_cmplt_epi8(bytes, _mm_set1_epi8('-'));
@@ -86,21 +87,23 @@ inline const char *word_end(const char *text)
 #endif
 }
 
-// The fields of a stretch of text in which only blanks stand between them.
+// Fields with only spaces between them.
 struct PlainFields {
     std::size_t count;
     const char *last; // the last one
 };
 
-// Counts the fields of [text, end); none where a character there may mean anything else than a field
-// or a blank. Reads beyond the end, as word_end does.
+// Finds the fields that begin in [text, end) in front of the first character that may mean something
+// else: a tab, a separator, a bracket ... Only the last of them may have such a character in it. Finds
+// none without the instructions for it. Reads beyond the end, as word_end does.
 inline PlainFields plain_fields(const char *text, const char *end)
 {
     PlainFields fields{0, nullptr};
 #ifdef __SSE2__
+    static_assert(kReadAhead == 64, "a bit for each of the characters");
     std::uint64_t in_field = 0; // 1 if the character in front is part of a field
-    for (; text < end; text += kReadAhead) {
-        std::uint64_t specials = 0; // a bit for each of the characters from text on
+    for (bool goes_on = true; goes_on && text < end; text += kReadAhead) {
+        std::uint64_t specials = 0;
         std::uint64_t spaces = 0;
         for (std::size_t i = 0; i < kReadAhead; i += sizeof(__m128i)) {
             const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(text + i));
@@ -110,9 +113,11 @@ inline PlainFields plain_fields(const char *text, const char *end)
             spaces |= std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(space))} << i;
         }
         const std::ptrdiff_t left = end - text;
-        const std::uint64_t inside = left < 64 ? (std::uint64_t{1} << left) - 1 : ~std::uint64_t{0};
-        if ((specials & inside) != 0) {
-            return {0, nullptr};
+        std::uint64_t inside = left < 64 ? (std::uint64_t{1} << left) - 1 : ~std::uint64_t{0};
+        specials &= inside;
+        if (specials != 0) {
+            inside = (specials & -specials) - 1; // the characters in front of the first
+            goes_on = false;
         }
         const std::uint64_t ordinary = ~spaces & inside;
         const std::uint64_t starts = ordinary & ~(ordinary << 1 | in_field);

@@ -6,14 +6,16 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
 
-// Tries the form in which simulators print nearly all numbers: one digit, a point, one to eight digits
-// and perhaps an exponent with sign and two digits. The digits make a whole number and the exponent a
-// power of ten that are both exact doubles, so one operation rounds as it must. Returns the end of the
-// number, or null for any other form.
+// Tries the form in which simulators print nearly all numbers: perhaps "-", one digit, a point, one to
+// eight digits and perhaps an exponent with sign and two digits. The digits make a whole number and the
+// exponent a power of ten that are both exact doubles, so one operation rounds as it must. Returns the
+// end of the number, or null: for any other form, for powers that are not exact, and for less text than
+// it reads at a time.
 inline const char *plain_decimal(const char *first, const char *last, double &value)
 {
     static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,

@@ -10,7 +10,8 @@
 
 // Sections of names over which looking ahead found nothing. Sections that enter a line at the same
 // place end at the same bracket, so the same follows them. Without this memory a file full of headers
-// with a bracket that is never closed would be read to its end from each of them.
+// with a bracket that is never closed would be read to its end from each of them. (It still is where
+// exactly one ":" is left in the file, which makes a bus range or nearly so.)
 class SectionMemory
 {
   public:

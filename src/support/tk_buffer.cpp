@@ -581,7 +581,7 @@ const std::string &tk_nxsignal(PunchStream &stream)
     return tk_field;
 }
 
-bool tk_secondSignalIs(PunchStream &stream, const char *word)
+bool tk_lookAheadForPwl(PunchStream &stream)
 {
     SectionMemory &first = first_name_memory;
     SectionMemory &second = second_name_memory;
@@ -593,11 +593,11 @@ bool tk_secondSignalIs(PunchStream &stream, const char *word)
     bool found = false;
     bool bus_split = tk_splitting_bus != 0;
     if (!first.is_known() && !tk_eolnflag) {
-        found = tk_nxsignal(stream) == word && !second.is_known();
+        found = tk_nxsignal(stream) == "PWL" && !second.is_known();
         bus_split = bus_split || tk_splitting_bus != 0;
     }
     section_memory = nullptr;
-    second.remember(); // a name with a section is no word, whatever follows
+    second.remember(); // a name with a section is not PWL, whatever follows
     if (!found && !bus_split) {
         first.remember();
     }

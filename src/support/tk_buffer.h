@@ -58,16 +58,16 @@ void tk_dropfields(PunchStream &stream, int count);
 // Steps over the next field without handing it out in tk_field.
 void tk_skipfield(PunchStream &stream);
 
-// Steps over all fields of the current line but the last, if nothing but blanks stands between them, and
-// returns their number. Leaves the scanner where it is, and returns 0, on any other line.
+// From the beginning of a field: steps over fields of the current line, many at a time, as long as they
+// are plain and not the last. Returns their number, which may be 0 anywhere.
 std::size_t tk_skipPlainFields();
 
 // The next signal name, case kept.
 const std::string &tk_nxsignal(PunchStream &stream);
 
-// Whether the second signal name from here is word, which has no section. The scanner is left anywhere:
-// mark the place before, and go back. A bus range of the names stays pending.
-bool tk_secondSignalIs(PunchStream &stream, const char *word);
+// Whether the second signal name from here is PWL. The scanner is left anywhere: mark the place before,
+// and go back. A bus range of the names stays pending.
+bool tk_lookAheadForPwl(PunchStream &stream);
 
 // The raw text up to the next space. Uses up the line it ends.
 const std::string &tk_nxString(PunchStream &stream);
