@@ -2,18 +2,14 @@
 // Damaged files. Whatever a killed simulation, a full disk or a half-copied tree leaves behind, the
 // program ends in time with a grade or a fault of its own, and indexing changes no punch data. The
 // cases stand in damage.txt.
+#include "test_support.h"
+
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <map>
 #include <random>
-#include <sstream>
-#include <string>
 #include <sys/wait.h>
-#include <vector>
 
 namespace
 {
@@ -22,12 +18,6 @@ using Bytes = std::string;
 using Words = std::vector<Bytes>;
 
 const Bytes kTable = "*$$\n*$$ --- BEGIN PUNCH FILE INDEX TABLE ---\n";
-
-Bytes read_file(const Bytes &path)
-{
-    std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 Bytes sample_path(const Bytes &name)
 {

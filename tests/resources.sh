@@ -47,6 +47,8 @@ fi
 
 cat "$golden" | "$tresk" /dev/stdin "$golden" 2>transcript
 check 'pipe with a writer' $? 0 PASS
+"$tresk" /proc/self/mem "$golden" 2>transcript # can be opened, but not read
+check 'read error' $? 1 'Cannot open file /proc/self/mem'
 "$tresk" -index other 2>transcript
 check 'index of a pipe' $? 5 'Cannot open file other'
 { head -c 99999 >/dev/null && : >shrinking && cat >transcript; } <pipe &

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
+#include <iterator>
 #include <limits>
 #include <sstream>
 #include <stdexcept>
@@ -53,6 +54,12 @@ inline std::vector<double> numbers(const std::string &text)
         values.push_back(std::stod(word));
     }
     return values;
+}
+
+inline std::string read_file(const std::string &path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 // Text as a punch file, opened: a file in memory, or a pipe, which cannot seek.
