@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <random>
-#include <sys/wait.h>
 
 namespace
 {
@@ -138,14 +137,11 @@ void run_case(const Bytes &line, const Bytes &arguments, const Bytes &folder)
         how.push_back(unescape(word));
     }
     const Bytes damaged = folder + "/damaged.pun";
-    const Bytes transcript = folder + "/transcript";
-    const Bytes command = "set -- '" + sample_path(sample) + "' '" + damaged +
-                          "'; ASAN_OPTIONS=exitcode=99:detect_leaks=0 timeout 20 '" TRESK_PROGRAM "' " +
-                          arguments + " 2>'" + transcript + "'";
     for (const Bytes &before : kWays.at(way)(read_file(sample_path(sample)), how)) {
         std::ofstream(damaged, std::ios::binary) << before;
-        const int status = std::system(command.c_str());
-        expect_clean_end(WEXITSTATUS(status), read_file(transcript));
+        const int code =
+            run_program(folder, "set -- '" + sample_path(sample) + "' damaged.pun &&", arguments);
+        expect_clean_end(code, read_file(folder + "/transcript"));
         const std::size_t data = std::min(before.find(kTable), before.size());
         EXPECT_EQ(read_file(damaged).compare(0, data, before, 0, data), 0) << "punch data changed";
         if (testing::Test::HasFailure()) {
@@ -157,8 +153,7 @@ void run_case(const Bytes &line, const Bytes &arguments, const Bytes &folder)
 
 void run_cases(const Bytes &arguments)
 {
-    Bytes folder = testing::TempDir() + "damage-XXXXXX";
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    const Bytes folder = make_folder();
     std::ifstream cases(TRESK_DAMAGE_CASES);
     for (Bytes line; std::getline(cases, line);) {
         if (line[0] != '#') {

@@ -10,14 +10,15 @@
 #include <set>
 #include <utility>
 
-inline const char *other(bool in_reference)
+// The file that lacks what the one told has.
+inline const char *lacking_file(bool in_reference)
 {
     return in_reference ? "comparison" : "reference";
 }
 
 inline std::string missing_signal(const std::string &name, bool in_reference)
 {
-    return "Warning : signal " + name + "  is not present in the " + other(in_reference) + " file.";
+    return "Warning : signal " + name + "  is not present in the " + lacking_file(in_reference) + " file.";
 }
 
 // The kinds of signals, in the order of the transcript, and what it calls them.
@@ -27,7 +28,7 @@ inline const std::pair<std::string, std::string> kKinds[] = {
     {"AC", "AC"},   {"NOISE", "AC NOISE"}, {"DISTO", "AC DISTO"},   {"XF", "XF"},
     {"STB", "STB"}};
 
-// Judges pairs of results by plain searches, and tells what is new of them.
+// Judges pairs of results by plain searches.
 class Judge
 {
   public:
@@ -77,8 +78,8 @@ class Judge
                (bits == 0 ? "" : "  (exit status = " + std::to_string(bits) + ")") + "\n\n";
     }
 
-    unsigned bits = 0;
-    Texts news;
+    unsigned bits = 0; // of the exit status, in numbers as users see them
+    Texts findings;    // lines of the transcript, in order, in the form that the test reduces them to
 
   private:
     using Signals = std::vector<std::pair<const Section *, const Signal *>>;
@@ -86,7 +87,7 @@ class Judge
     void tell(unsigned bit, const std::string &text)
     {
         bits |= bit;
-        news.push_back(text);
+        findings.push_back(text);
     }
 
     void tell_missing(const std::string &what, const std::set<int> &here, const std::set<int> &there,
@@ -95,7 +96,7 @@ class Judge
         for (const int number : here) {
             if (there.count(number) == 0) {
                 tell(8, "Warning : " + what + " number " + std::to_string(number) + " is not present in " +
-                            other(in_reference) + " file.");
+                            lacking_file(in_reference) + " file.");
             }
         }
     }
@@ -149,8 +150,8 @@ class Judge
 
     void compare_modifies(const Modify &ref, const Modify &cmp)
     {
-        news.push_back("** COMPARING RERUN " + std::to_string(ref.rerun) + " MODIFY " +
-                       std::to_string(ref.number) + " DATA **");
+        findings.push_back("** COMPARING RERUN " + std::to_string(ref.rerun) + " MODIFY " +
+                           std::to_string(ref.number) + " DATA **");
         if (ref.temperature != cmp.temperature) {
             tell(32, "Run temperature is different");
         }
@@ -162,7 +163,7 @@ class Judge
             const Signals ours = of_kind(ref, kind);
             const Signals theirs = of_kind(cmp, kind);
             if (kind == "OP" && ours.empty() != theirs.empty()) {
-                tell(16, std::string("Missing OP solution from ") + other(theirs.empty()) + " file.");
+                tell(16, std::string("Missing OP solution from ") + lacking_file(theirs.empty()) + " file.");
             } else {
                 compare_kind(kind, label, ours, theirs);
             }
@@ -191,16 +192,16 @@ class Judge
     {
         for (const std::string kind : {"INOP", "INTR", "INPSS"}) {
             if (!compare_initial_list(ref, cmp, kind, kind)) {
-                tell(16,
-                     "Missing " + kind + " solution from " + other(ref.initial.count(kind) > 0) + " file.");
+                tell(16, "Missing " + kind + " solution from " + lacking_file(ref.initial.count(kind) > 0) +
+                             " file.");
             }
         }
         const bool in_ref = ref.initial.count("INDC1") + ref.initial.count("INDC2") > 0;
         const bool in_cmp = cmp.initial.count("INDC1") + cmp.initial.count("INDC2") > 0;
         if (in_ref != in_cmp) {
-            tell(16, std::string("Missing INDC solution from ") + other(in_ref) + " file.");
+            tell(16, std::string("Missing INDC solution from ") + lacking_file(in_ref) + " file.");
         } else if (in_ref && ref.initial.count("INDC1") + cmp.initial.count("INDC1") == 0) {
-            news.emplace_back("No INDC signals in either file."); // whatever the last points hold
+            findings.emplace_back("No INDC signals in either file."); // whatever the last points hold
         } else {
             compare_indc_point(ref, cmp, "INDC1", "FIRST", "first");
             compare_indc_point(ref, cmp, "INDC2", "LAST", "last");
@@ -211,8 +212,8 @@ class Judge
                             const std::string &place, const std::string &which)
     {
         if (!compare_initial_list(ref, cmp, kind, which + " INDC point")) {
-            tell(16, "Missing INDC solution [" + place + " POINT] in " + other(ref.initial.count(kind) > 0) +
-                         " file.");
+            tell(16, "Missing INDC solution [" + place + " POINT] in " +
+                         lacking_file(ref.initial.count(kind) > 0) + " file.");
         }
     }
 
@@ -236,7 +237,7 @@ class Judge
                 missing.push_back(missing_signal(signal->name, false));
             }
         }
-        news.insert(news.end(), missing.begin(), missing.end());
+        findings.insert(findings.end(), missing.begin(), missing.end());
         summarize(fails, missing.size(), label);
     }
 
@@ -305,7 +306,7 @@ class Judge
     int compare_solutions(MetValues &ref, MetValues &cmp)
     {
         static const std::map<std::string, std::string> kMarks = {
-            {"INTERNAL", "~"}, {"IND", "*"}, {"CAP", "+"}};
+            {"NODE", ""}, {"INTERNAL", "~"}, {"IND", "*"}, {"CAP", "+"}};
         int fails = 0;
         for (std::size_t i = 0; i < ref.values.size(); ++i) {
             const Value &ours = ref.values[i];
@@ -313,8 +314,8 @@ class Judge
                 const Value &theirs = cmp.values[k];
                 if (!cmp.met[k] && ours.kind == theirs.kind && ours.name == theirs.name) {
                     ref.met[i] = cmp.met[k] = true;
-                    const std::string mark = ours.kind == "NODE" ? "" : kMarks.at(ours.kind);
-                    fails += compare_values(mark + ours.name, ours.value, theirs.value) ? 1 : 0;
+                    const std::string name = kMarks.at(ours.kind) + ours.name;
+                    fails += compare_values(name, ours.value, theirs.value) ? 1 : 0;
                     break;
                 }
             }
@@ -327,7 +328,7 @@ class Judge
         std::size_t count = 0;
         for (std::size_t i = 0; i < list.values.size(); ++i) {
             if (!list.met[i]) {
-                news.push_back(missing_signal(list.values[i].name, in_reference));
+                findings.push_back(missing_signal(list.values[i].name, in_reference));
                 ++count;
             }
         }
@@ -342,8 +343,8 @@ class Judge
             if (!statement.met) {
                 char time[32];
                 std::snprintf(time, sizeof time, "%11.6E", statement.force.time);
-                news.push_back("Warning : " + label.substr(7) + " .FORCE statement at time " + time +
-                               " is not present in the " + other(in_reference) + " file.");
+                findings.push_back("Warning : " + label.substr(7) + " .FORCE statement at time " + time +
+                                   " is not present in the " + lacking_file(in_reference) + " file.");
                 ++count;
             }
         }
@@ -368,12 +369,11 @@ class Judge
         }
         const bool absolute = abserr > abstol_;
         const bool relative = relerr > reltol_;
-        return mode_ == "-Ronly"   ? relative
-               : mode_ == "-AandR" ? absolute && relative
-               : !mode_.empty()    ? absolute
-               : level == 0        ? absolute
-               : level <= abstol_  ? absolute
-                                   : relative;
+        const bool near_zero = level == 0 || level <= abstol_; // where default checking judges absolutely
+        return mode_ == "-Ronly"             ? relative
+               : mode_ == "-AandR"           ? absolute && relative
+               : !mode_.empty() || near_zero ? absolute
+                                             : relative;
     }
 
     void check_units(const std::string &what, const std::string &which, const std::string &ref,
@@ -423,7 +423,7 @@ class Judge
             if (!fails(abstol_, abserr, relative(abserr, 4 * ref.values[0]))) {
                 return false;
             }
-            news.push_back(ref.name + " " + short_form(abserr));
+            findings.push_back(ref.name + " " + short_form(abserr));
             return true;
         }
         if (kind == "OP") {
@@ -452,15 +452,15 @@ class Judge
             }
         }
         if (!lengths_count && rest > 0) {
-            news.emplace_back(shorter ? "ERROR2." : "ERROR1.");
+            findings.emplace_back(shorter ? "ERROR2." : "ERROR1.");
         }
         if (failing > 0) {
-            news.push_back(ref.name + " " + std::to_string(failing) + "/" + std::to_string(common) + " " +
-                           short_form(worst));
+            findings.push_back(ref.name + " " + std::to_string(failing) + "/" + std::to_string(common) + " " +
+                               short_form(worst));
         }
         if (lengths_count && rest > 0) {
-            news.push_back(std::to_string(rest) + " points missing for signal " + ref.name + " in " +
-                           other(shorter) + " file.");
+            findings.push_back(std::to_string(rest) + " points missing for signal " + ref.name + " in " +
+                               lacking_file(shorter) + " file.");
         }
         return failing > 0 || (lengths_count && rest > 0);
     }

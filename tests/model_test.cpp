@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: MIT
 // Random results, spelled at random in two files, one of them with changes. What the program tells of
-// them must be what a plain judgement of the same results tells.
+// them must be what a plain judgement of the same results tells. Fourier results, poles and zeros and
+// binary operating points are left to the golden cases.
 #include "model_judge.h"
 #include "model_results.h"
 #include "model_speller.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 namespace
 {
 
 // The lines of a transcript that tell a finding; of a result line the name, the count and the absolute
 // error.
-Texts findings(const std::string &transcript)
+Texts findings_of(const std::string &transcript)
 {
     Texts found;
-    std::istringstream lines(transcript.substr(transcript.find("Done reading")));
+    std::istringstream lines(transcript.substr(std::min(transcript.size(), transcript.find("Done reading"))));
     for (std::string line; std::getline(lines, line);) {
         std::istringstream words(line);
         std::string first;
@@ -28,9 +28,10 @@ Texts findings(const std::string &transcript)
             found.push_back(first + " " + second);
             found.back() += second.find('/') != std::string::npos ? " " + third : "";
         } else if (first == "**" || first == "Warning" || first == "Missing" || first == "Found" ||
-                   first == "These" || first == "No" || second == "for" || second == "points") {
+                   first == "These" || first == "No" || first == "Run" || second == "for" ||
+                   second == "points") {
             found.push_back(line);
-        } else if (first.substr(0, 5) == "ERROR" || line.substr(0, 7) == "Run tem") {
+        } else if (first.substr(0, 5) == "ERROR") {
             found.push_back(line.substr(line.find_first_not_of(' ')));
         }
     }
@@ -54,28 +55,25 @@ void run_round(unsigned seed, const std::string &folder)
     Speller cmp_speller(dice, binary, big_endian);
     std::ofstream(folder + "/ref.pun", std::ios::binary) << ref_speller.spelled(ref);
     std::ofstream(folder + "/cmp.pun", std::ios::binary) << cmp_speller.spelled(cmp);
-    const std::string command =
-        "cd '" + folder +
-        "' && ASAN_OPTIONS=detect_leaks=0 KORSIM3_REVERSE_BYTES=" + std::to_string(big_endian ? 1 : 0) +
-        " timeout 20 '" TRESK_PROGRAM "' ref.pun cmp.pun " + tolerances.mode + " -a " + tolerances.absolute +
-        " -r " + tolerances.relative + " 2>transcript";
-    const int status = std::system(command.c_str());
+    const std::string byte_order = std::string("KORSIM3_REVERSE_BYTES=") + (big_endian ? "1" : "0");
+    const std::string arguments =
+        "ref.pun cmp.pun " + tolerances.mode + " -a " + tolerances.absolute + " -r " + tolerances.relative;
+    const int code = run_program(folder, byte_order, arguments);
     const std::string told = read_file(folder + "/transcript");
     Judge judge(tolerances);
     judge.compare(ref, cmp);
     judge.compare_formats(ref_speller.format(), cmp_speller.format());
-    EXPECT_EQ(findings(told), judge.news);
-    EXPECT_EQ(WEXITSTATUS(status), judge.grade());
+    EXPECT_EQ(findings_of(told), judge.findings);
+    EXPECT_EQ(code, judge.grade());
     EXPECT_EQ(told.substr(std::min(told.size(), told.find("\n Comparison result:"))), judge.result());
     if (testing::Test::HasFailure()) {
-        FAIL() << "Seed " << seed << "; the files are kept:\n" << command;
+        FAIL() << "Seed " << seed << "; kept in " << folder << ":\n" << byte_order << " tresk " << arguments;
     }
 }
 
 TEST(Model, RandomResultsAreJudgedPlainly)
 {
-    std::string folder = testing::TempDir() + "model-XXXXXX";
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    const std::string folder = make_folder();
     for (unsigned seed = 0; seed < 300; ++seed) {
         ASSERT_NO_FATAL_FAILURE(run_round(seed, folder));
     }

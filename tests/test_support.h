@@ -14,6 +14,7 @@
 #include <stdexcept>
 #include <string>
 #include <sys/mman.h>
+#include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
@@ -56,10 +57,30 @@ inline std::vector<double> numbers(const std::string &text)
     return values;
 }
 
+// The bytes of a file; none if it cannot be read.
 inline std::string read_file(const std::string &path)
 {
     std::ifstream stream(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+// A new, empty folder for the files of a test.
+inline std::string make_folder()
+{
+    const char *place = std::getenv("TMPDIR");
+    std::string folder = std::string(place != nullptr ? place : "/tmp") + "/tresk-test-XXXXXX";
+    return mkdtemp(folder.data()) != nullptr ? folder : throw std::runtime_error("cannot make a folder");
+}
+
+// Runs the program in a folder, with arguments as for the shell and behind what else the shell is told
+// to do. The transcript goes to the file of that name there. Returns the exit code, which is 99 after a
+// sanitizer's report and 124 when the time is up.
+inline int run_program(const std::string &folder, const std::string &before, const std::string &arguments)
+{
+    const std::string command = "cd '" + folder + "' && unset TRESK_DEBUG && " + before +
+                                " ASAN_OPTIONS=exitcode=99:detect_leaks=0 timeout 20 '" TRESK_PROGRAM "' " +
+                                arguments + " 2>transcript";
+    return WEXITSTATUS(std::system(command.c_str()));
 }
 
 // Text as a punch file, opened: a file in memory, or a pipe, which cannot seek.
