@@ -197,6 +197,13 @@ int print_wform_index(const RERUNform *rerun, const MODIFYform *modify, Wform *w
 
 int print_mirel_entry(const Wform *wform)
 {
-    return std::fprintf(indx_fpt, "*$:%s,%" PRId64 ",%d,%s\n", wform->name, wform->offset, wform->numpts,
-                        units_of(*wform));
+    static std::size_t buffered = 0;
+    const int size = std::fprintf(indx_fpt, "*$:%s,%" PRId64 ",%d,%s\n", wform->name, wform->offset,
+                                  wform->numpts, units_of(*wform));
+    buffered += size > 0 ? static_cast<std::size_t>(size) : 0;
+    if (buffered > kMirelBuffer / 2) {
+        std::fflush(indx_fpt);
+        buffered = 0;
+    }
+    return size;
 }

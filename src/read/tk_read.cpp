@@ -36,10 +36,9 @@ int report_unreadable(const char *name, int reason)
 int open_file(const PF *file, PunchStream &stream)
 {
     file_end = 0;
-    if (pun_index && !indexmirel && !prepare_punch_file(file->name)) {
-        return report_unreadable(file->name, errno);
-    }
-    if (!stream_open(stream, file->name)) {
+    const bool opened =
+        pun_index && !indexmirel ? open_punch_file(file->name, stream) : stream_open(stream, file->name);
+    if (!opened) {
         return report_unreadable(file->name, errno);
     }
     if (pun_index) {
