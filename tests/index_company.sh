@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # What others do to a punch file while it is indexed, and what stands in the way of the side file.
-# Usage: index_company.sh <tresk program>
+# Usage: index_company.sh <tresk program> [<races of each kind>]
 tresk=$(realpath "$1") && cd "$(dirname "$0")/../samples/nand" || exit 2
 nand=$PWD/golden.pun
 tmp=$(mktemp -d) && cd "$tmp" || exit 2
@@ -23,7 +23,7 @@ race() { # <what> <runs> <plain or indexed file>
 }
 
 cp "$nand" plain && cp plain indexed && "$tresk" -index indexed 2>/dev/null
-for number in $(seq 100); do
+for number in $(seq "${2:-100}"); do
     race "race $number of two" 2 plain
     race "race $number of two, indexed before" 2 indexed
     race "race $number of four" 4 plain
