@@ -4,6 +4,7 @@
 #include "read/index_table.h"
 #include "read/read_state.h"
 #include "read/signal_totals.h"
+#include "support/memory.h"
 #include "support/os_layer.h"
 #include "support/settings.h"
 #include "support/shared_file.h"
@@ -15,7 +16,6 @@
 #include <cstring>
 #include <fcntl.h>
 #include <string>
-#include <sys/mman.h>
 #include <unistd.h>
 #include <utility>
 
@@ -100,12 +100,18 @@ bool close_index()
 // another program appends meanwhile cannot get into the table.
 bool append_table(const char *punch_name)
 {
-    std::fflush(indx_fpt);
+    if (std::ferror(indx_fpt) != 0 || std::fflush(indx_fpt) != 0) {
+        return false;
+    }
     const auto size = static_cast<std::size_t>(ftello(indx_fpt));
-    void *table = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, fileno(indx_fpt), 0);
+    auto *table = static_cast<char *>(f_realloc_large(nullptr, size));
+    std::rewind(indx_fpt);
+    const bool whole = std::fread(table, 1, size, indx_fpt) == size;
     const int fd = fileno(punch_file);
-    return close_index() && table != MAP_FAILED && still_named(fd, punch_name) &&
-           append_at(fd, punch_length, static_cast<const char *>(table), size);
+    const bool appended =
+        close_index() && whole && still_named(fd, punch_name) && append_at(fd, punch_length, table, size);
+    std::free(table);
+    return appended;
 }
 
 [[noreturn]] void end_with_index_problem()
