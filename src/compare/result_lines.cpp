@@ -2,7 +2,8 @@
 #include "compare/result_lines.h"
 
 #include "compare/compare_state.h"
-#include "read/read_state.h"
+#include "read/name_length.h"
+#include "read/records.h"
 #include "support/transcript.h"
 
 #include <algorithm>

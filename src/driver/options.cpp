@@ -2,7 +2,6 @@
 #include "driver/options.h"
 
 #include "driver/info_texts.h"
-#include "read/read_state.h"
 #include "read/tk_alloc.h"
 #include "support/settings.h"
 #include "support/transcript.h"
@@ -10,6 +9,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <strings.h>
+
+PF *ref_file = nullptr;
+PF *com_file = nullptr;
 
 namespace
 {

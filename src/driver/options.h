@@ -4,11 +4,16 @@
 #define TRESK_DRIVER_OPTIONS_H
 
 #include "driver/exit_grade.h"
+#include "read/records.h"
 
 struct RunOptions {
     ExitMasks masks;
     bool indexscript = false; // index mode without the banner
 };
+
+// The files that the arguments name, null where there is none; made by scan_arguments.
+extern PF *ref_file; // golden
+extern PF *com_file; // regression
 
 // Takes over TRESK_DEBUG and KORSIM3_REVERSE_BYTES.
 void read_environment();

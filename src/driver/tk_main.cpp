@@ -5,7 +5,6 @@
 #include "driver/options.h"
 #include "driver/tk_rerun.h"
 #include "read/codes.h"
-#include "read/read_state.h"
 #include "read/record_dump.h"
 #include "read/signal_names.h"
 #include "read/signal_totals.h"

@@ -2,7 +2,6 @@
 #include "read/index_file.h"
 
 #include "read/index_table.h"
-#include "read/read_state.h"
 #include "read/signal_totals.h"
 #include "support/memory.h"
 #include "support/os_layer.h"
@@ -18,6 +17,8 @@
 #include <string>
 #include <unistd.h>
 #include <utility>
+
+std::int64_t file_end = 0;
 
 namespace
 {

@@ -13,6 +13,10 @@
 // the index modes.
 extern std::FILE *indx_fpt;
 
+// Date and time of the last DATE header, for the groups of the table; written by the header reader.
+extern char *rundate;
+extern char *runtime;
+
 // The two marker lines that begin a table; the second is how a later run knows it.
 extern const char kIndexFirstLine[];
 extern const char kIndexMarkerLine[];

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "read/record_dump.h"
 
-#include "read/codes.h"
+#include "read/analysis_traits.h"
 #include "support/transcript.h"
 
 namespace

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "read/solution_reader.h"
 
+#include "read/analysis_traits.h"
 #include "read/binary_data.h"
 #include "read/checked_number.h"
-#include "read/codes.h"
-#include "read/read_state.h"
+#include "read/list_tail.h"
+#include "read/name_length.h"
+#include "read/signal_totals.h"
 #include "read/tk_alloc.h"
 #include "support/tk_buffer.h"
 #include "support/transcript.h"
@@ -14,11 +16,16 @@
 namespace
 {
 
-// A list of values under construction.
+// The values of one statement, under construction, and the counter of such values.
 struct ValueList {
+    explicit ValueList(AnalysisCode statement) : counter(*traits_of(statement).totals.values)
+    {
+        counter = 0;
+    }
+
+    int &counter;
     Isoln *head = nullptr;
-    Isoln **tail = &head;
-    int *counter;
+    ListTail<Isoln> tail{head};
 };
 
 // Reads the value named by token, which for an internal quantity is the first half of its name.
@@ -32,24 +39,9 @@ void read_value(PunchStream &stream, std::string name, int type, int analysis, V
     value->value = next_number(stream);
     value->type = type;
     value->analysis = analysis;
-    *list.tail = value;
-    list.tail = &value->next;
+    list.tail.append(value);
     note_name_length(name.size());
-    ++*list.counter;
-}
-
-int *value_counter(int kind)
-{
-    switch (kind) {
-    case INOP:
-        return &INOPsigcnt;
-    case INTR:
-        return &INTRsigcnt;
-    case INPSS:
-        return &INPSSsigcnt;
-    default:
-        return &INDCsigcnt;
-    }
+    ++list.counter;
 }
 
 // The kind that a word of a .FORCE list switches to, 0 for any other name.
@@ -131,11 +123,9 @@ double read_binary_op_value(PunchStream &stream, int format)
 
 } // namespace
 
-Isoln *tk_read_isoln(PunchStream &stream, int kind)
+Isoln *tk_read_isoln(PunchStream &stream, AnalysisCode kind)
 {
-    ValueList list;
-    list.counter = value_counter(kind);
-    *list.counter = 0;
+    ValueList list(kind);
     tk_nxfield(stream);
     if (tk_nxchar() == '*') {
         tk_dropfields(stream, 8); // a comment line that heads the values
@@ -187,9 +177,7 @@ Isoln *tk_read_op(PunchStream &stream, Isoln *list)
 
 TPsoln *tk_read_TPsoln(PunchStream &stream, int analysis)
 {
-    ValueList list;
-    list.counter = analysis == TR ? &TRFORCEsigcnt : &PSSFORCEsigcnt;
-    *list.counter = 0;
+    ValueList list(analysis == TR ? TR_FORCE : PSS_FORCE);
     TPsoln *solution = tk_TPsoln_alloc();
     if (tk_nxchar() == '*' && !read_time_line(stream, *solution)) {
         return nullptr;

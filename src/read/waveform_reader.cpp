@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "read/waveform_reader.h"
 
+#include "read/analysis_traits.h"
 #include "read/binary_data.h"
 #include "read/checked_number.h"
-#include "read/codes.h"
-#include "read/read_state.h"
+#include "read/name_length.h"
+#include "read/signal_totals.h"
 #include "read/tk_alloc.h"
 #include "read/waveform_points.h"
 #include "support/tk_buffer.h"
@@ -12,43 +13,23 @@
 
 #include <string>
 
+int fsDataFormat = NO_DATA;
+int fsFormatErr = 0;
+
 namespace
 {
 
 constexpr double kNoMinimum = 1e30; // range fields of a signal without points
 constexpr double kNoMaximum = -1e30;
 
-int *signal_counter(int analysis)
+// The traits of an analysis that has signals; any other ends the run.
+const AnalysisTraits &signal_traits(int analysis)
 {
-    switch (analysis) {
-    case AC:
-        return &ACcnt;
-    case NOISE:
-        return &NOcnt;
-    case DC:
-        return &DCcnt;
-    case TR:
-        return &TRcnt;
-    case FOUR:
-        return &FOcnt;
-    case MR:
-        return &MRcnt;
-    case PSS:
-        return &PSScnt;
-    case PAC:
-        return &PACcnt;
-    case PXF:
-        return &PXFcnt;
-    case PNOISE:
-        return &PNOISEcnt;
-    case XF:
-        return &XFcnt;
-    case STB:
-        return &STBcnt;
-    default:
+    if (!is_analysis(analysis) || traits_of(analysis).signal_header == SignalHeader::NO_SIGNALS) {
         transcript_puts("ERROR in tk_read_wform, unknown or unexpected analysis type\n\n");
         end_run(-1);
     }
+    return traits_of(analysis);
 }
 
 bool is_distortion_unit(const std::string &units)
@@ -69,22 +50,12 @@ class HeaderReader
     // Reads the header. Returns the current token: "DATA", or the first x of text data.
     std::string read()
     {
-        switch (wform_.analysis) {
-        case DC:
-        case FOUR:
-            take_units();
-            break;
-        case TR:
-        case MR:
-        case PSS:
+        const SignalHeader header = traits_of(wform_.analysis).signal_header;
+        if (header == SignalHeader::SHIFT_AND_UNITS) {
             take_time_shift();
-            take_units();
-            break;
-        default:
-            if (take_units()) {
-                classify();
-            }
-            break;
+        }
+        if (take_units() && header == SignalHeader::KIND_UNITS) {
+            classify();
         }
         return token_;
     }
@@ -219,7 +190,7 @@ Wform *tk_read_wform(PunchStream &stream, int analysis)
     const std::string &name = tk_nxString(stream);
     wform->name = slab_text(name);
     note_name_length(name.size());
-    ++*signal_counter(analysis);
+    ++signal_traits(analysis).totals.counter;
 
     const std::string token = HeaderReader(stream, *wform).read();
     wform->format = token == "DATA" ? take_data_format() : TEXT;
