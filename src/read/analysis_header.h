@@ -11,6 +11,8 @@
 //   * RERUN_NUMBER = 1, TEMPERATURE = 27.0, MODIFY = 0
 // and makes the rerun and modify it names current. A header of the current modify only replaces its
 // temperature. Returns false, after a message, when the header is malformed.
+// Kept: a number that comes back after another one opens a second rerun or modify of that number
+// (docs/punch-format.md, "Analysis header").
 bool read_analysis_header(PunchStream &stream, TreePlace &place);
 
 #endif

@@ -44,7 +44,7 @@ constexpr AnalysisTraits kAnalyses[] = {
     {PXF, "PXF", "PXF", {10, "PXF", PXFcnt, nullptr}, kKind, {kHertz, "NULL", kLetters}},
     {PNOISE, "PNOISE", "PNOISE", {11, "PNOISE", PNOISEcnt, nullptr}, kKind, {kHertz, "NULL", kLetters}},
     {XF, "XF", "XF", {18, "XF", XFcnt, nullptr}, kKind, {kHertz, "LINEAR", kLetters}},
-    // Kept: an STB signal has no Y units of its own (docs/punch-format.md, "Index table").
+    // Kept: no Y units are known for STB signals (docs/punch-format.md, "Index table").
     {STB, "STB", "STB", {20, "STB", STBcnt, nullptr}, kKind, {"NULL", "NULL", DefaultYUnits::UNKNOWN}},
 };
 // clang-format on

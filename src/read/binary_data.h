@@ -50,7 +50,8 @@ int take_data_format();
 // Whether stored values must be swapped to the byte order of this machine.
 bool binary_needs_swap();
 
-// Reads one double, or one value of a DataFormat. tk_eolnflag tells whether it was the end mark.
+// Reads one double, or one value of a DataFormat. Sets tk_eolnflag when it was the end mark, and clears
+// it otherwise.
 double BINrdDBL(PunchStream &stream);
 double BINrdFLT(PunchStream &stream, int format);
 

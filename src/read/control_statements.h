@@ -7,7 +7,9 @@
 #include "support/punch_stream.h"
 
 // Reads the statement at which the scanner stands, into the current modify. An unknown statement is
-// skipped with a warning, which names the file.
+// skipped with a warning.
+// Kept: the warning names the file, not the statement (docs/punch-format.md, "What the transcript
+// shows").
 void read_control_statement(PunchStream &stream, TreePlace &place);
 
 #endif

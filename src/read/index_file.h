@@ -11,8 +11,8 @@
 #include <cstdint>
 #include <cstdio>
 
-// Offset in the punch file at which the index table is to begin. Set by prepare_punch_file, 0 where
-// that is not called.
+// Offset in the punch file at which the index table is to begin. Set by open_punch_file, 0 where that
+// is not called.
 extern std::int64_t file_end;
 
 // Leaves the stream, opened for update, where the punch data ends, and cuts off an index table found

@@ -63,7 +63,7 @@ const char *units_by_first_letter(char letter)
     case 'P':
         return "WATTS";
     case 'Q':
-        return "COLOUMBS"; // spelled so in every table written yet
+        return "COLOUMBS"; // Kept: spelled so in every table (docs/punch-format.md, "Index table")
     default:
         return "VOLTS";
     }

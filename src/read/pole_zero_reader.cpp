@@ -93,7 +93,7 @@ bool read_block(PunchStream &stream, PZform &block)
 }
 
 // Whether the field just taken, which may be the faulty one, ended a line in front of a "*" line.
-// The transfer type line begins with "V" and ends so in a block that is in order.
+// Kept: not if that field begins with "V" (docs/punch-format.md, "Poles and zeros").
 bool before_comment_line()
 {
     return tk_eolnflag && tk_nxchar() == '*' && tk_field[0] != 'V';

@@ -84,7 +84,8 @@ void read_forced_values(PunchStream &stream, ValueList &list)
     int type = NODE;
     do {
         const std::string token = tk_nxsignal(stream);
-        // The word of the kind in force is no kind word: a node may be called NODE.
+        // Kept: the word of the kind in force is no kind word (docs/punch-format.md, "Forced
+        // solutions").
         const int kind = force_kind(token);
         if (kind != 0 && kind != type) {
             type = kind;
@@ -108,8 +109,9 @@ void leave_binary_line(PunchStream &stream)
     }
 }
 
-// Reads the two values behind a binary OP line: the sweep value, which is dropped, and the value. An
-// end mark in place of the first stands for a value of 0 and, in tk_eolnflag, for the end of the run.
+// Reads the two values behind a binary OP line: the sweep value, which is dropped, and the value.
+// Kept: an end mark in place of the first stands for a value of 0 and, in tk_eolnflag, for the end of
+// the run (docs/punch-format.md, "Operating point").
 double read_binary_op_value(PunchStream &stream, int format)
 {
     double value = 0.0;
@@ -160,7 +162,8 @@ Isoln *tk_read_op(PunchStream &stream, Isoln *list)
         if (tk_field == "DATA") {
             format = take_data_format();
         }
-        // A format once met holds for the rest of the run of lines.
+        // Kept: a format once met holds for the rest of the run of lines (docs/punch-format.md,
+        // "Operating point").
         if (format == NO_DATA) {
             value->value = next_number(stream); // the field before it is the sweep value
         } else {

@@ -60,7 +60,7 @@ void read_title(PunchStream &stream, TreePlace &place)
     }
 }
 
-// A comment line in front of a pole-zero block may tell the time it was taken at:
+// A comment line in front of a pole-zero block may hold the time it was taken at:
 // "* TRANSIENT TPUNCH TIME = 1e-9".
 void read_comment(PunchStream &stream, TreePlace &place, bool transient)
 {
@@ -113,7 +113,7 @@ void read_pole_zero_block(PunchStream &stream, TreePlace &place)
             print_pzform(place.rerun, place.modify, block);
         }
     }
-    ++PZcnt;
+    ++PZcnt; // Kept: a block that was skipped counts (docs/punch-format.md, "Poles and zeros")
     place.force_time = 0.0;
 }
 
@@ -192,7 +192,9 @@ int readfile(PF *file)
     const bool good = read_blocks(stream, place);
     stream_close(stream);
     if (!good) {
-        return READ_SYNTAX; // the format stays 0: whatever was read is no consistent file
+        // Kept: the format stays 0, which differs from that of any good file with waveforms
+        // (docs/verdict.md, "Files that cannot be read").
+        return READ_SYNTAX;
     }
     if (stream.error != 0) { // not the file's own end: the rest of it is unknown
         return report_unreadable(file->name, stream.error);

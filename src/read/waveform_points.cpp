@@ -67,7 +67,8 @@ class PointAppender
     }
 
   private:
-    // A NaN replaces the minimum and then stays, since nothing is smaller.
+    // Kept: a NaN replaces the minimum and then stays, since nothing is smaller (docs/punch-format.md,
+    // "What the transcript shows").
     static void widen(double value, double &lowest, double &highest)
     {
         if (value < lowest || value != value) {
@@ -78,7 +79,7 @@ class PointAppender
         }
     }
 
-    // The same for many points, without a branch for each; a sum tells whether there was a NaN.
+    // The same for many points, without a branch for each; a sum shows whether there was a NaN.
     void widen(const PT *points, std::size_t count)
     {
         PointVector lowest{xmin_, ymin_};

@@ -79,8 +79,9 @@ class HeaderReader
         return true;
     }
 
-    // Units tell noise and distortion signals from their neighbours. ACcnt is taken back whatever
-    // the analysis was: the totals have always been counted so.
+    // Noise and distortion signals are known by their units.
+    // Kept: ACcnt is taken back whatever the analysis was (docs/punch-format.md, "What the transcript
+    // shows").
     void classify()
     {
         const std::string units = wform_.yunits;
