@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Installs what the build and the tests need and this machine lacks, or says what to install.
-# Arguments name further commands, each in the Debian package of the same name.
+# Arguments name further commands, each in the Debian package of the same name, or as PACKAGE:COMMAND.
 set -eu
 
 need() { # <Debian package> <command that succeeds when it is there>...
@@ -24,7 +24,7 @@ find_missing() {
     esac
     need libgtest-dev has_googletest
     for tool; do
-        need "$tool" command -v "$tool"
+        need "${tool%:*}" command -v "${tool#*:}"
     done
 }
 

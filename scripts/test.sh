@@ -12,3 +12,4 @@ scripts/setup.sh
 cmake -S . -B "$build" -DTRESK_BUILD_TESTS=ON -DTRESK_WERROR=$werror "$@"
 cmake --build "$build" --parallel "$jobs"
 ctest --test-dir "$build" --output-on-failure --no-tests=error --no-label-summary --parallel "$jobs"
+sed -n 's/^skipped: /Skipped: /p' "$build/Testing/Temporary/LastTest.log"

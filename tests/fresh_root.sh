@@ -13,7 +13,7 @@ cp "$2" "$root/empty/tresk"
 cp samples/halfwave/golden.pun "$root/empty"
 chroot "$root/empty" /tresk golden.pun golden.pun
 
-mmdebstrap --quiet --variant=essential --include=man-db,bash-completion,cmake,fish,make,parallel,zsh \
+mmdebstrap --quiet --variant=essential --include=man-db,bash-completion,cmake,fish,make,parallel,zsh,zstd \
     "$VERSION_CODENAME" "$root/debian"
 cp tests/kit.sh "$1" "$root/debian/opt"
 in_root() {
@@ -21,7 +21,7 @@ in_root() {
         unshare --pid --fork --mount-proc --root="$root/debian" "$@"
 }
 in_root dpkg --install "/opt/$(basename "$1")"
-for piece in shell make ctest parallel slurm bash fish man format; do
+for piece in shell make ctest check tree resume refused bash fish man format; do
     echo "kit: $piece"
     in_root /opt/kit.sh /usr /opt/kit $piece # also fails when it would be skipped
 done
