@@ -101,7 +101,7 @@ END
     ;;
 check) # what tresk-check says to a pair: golden, regression, options, exit code, what it prints
     head='* ANALYSIS = OP PROGRAM = K DATE = 1 TIME = 1\n* RERUN_NUMBER = %s, TEMPERATURE = 27, MODIFY = 0\n* TITLE  %s\n'
-    printf "$head" 1 'X' >void
+    printf "$head" 1 '    Found 3 OP signal(s)' >void
     printf "$head"'A 0 1\n' 1 ' Comparison result:  PASS' >one
     printf "$head"'A 0 2\n' 1 'Done reading the punch files' >two
     printf "$head"'A 0 1\n' 2 '** COMPARING RERUN 1 MODIFY 0 DATA **' >other
@@ -122,6 +122,7 @@ cut.gz one , 6 cannot.be.decompressed
 empty empty , 7 ^NO_DATA.0..no.signals.in.the.golden
 void void , 7 ^NO_DATA.0..no.signals.in.the.golden
 one empty , 4 ^FAIL_PSV
+one void -nem,511 7 no.signals.in.the.regression
 one empty -desert 7 no.signals.in.the.regression
 one other -desert 7 no.rerun.and.modify
 one other -nem,511 7 no.rerun.and.modify
@@ -136,9 +137,10 @@ one two -r 5 ^FAIL_SV
 one one -index 64 no.option
 END
     cmp one <(gzip -dc one.gz)
-    for end in 'exit 0' 'exit 1' 'kill -9 $$'; do # titles that look like a result, at the end of a run that dies
-        wrapper "tresk \"\$@\" 2>&1 | sed '/^$/d' >&2; $end"
-        TRESK=./wrapper ends_with 6 tresk-check one one
+    # Runs that die: with a title that looks like a result at the end, behind the result
+    for run in "tresk \"\$@\" 2>&1 | sed '/^Comparison file title/q' >&2; exit 0" 'tresk "$@"; kill -9 $$'; do
+        wrapper "$run"
+        TRESK=./wrapper ends_with 6 tresk-check one two
     done
     wrapper 'echo $$ >pid; exec sleep 60'
     TRESK=./wrapper tresk-check one.gz one &
