@@ -8,7 +8,7 @@
 #include "read/name_length.h"
 #include "read/signal_totals.h"
 #include "read/tk_alloc.h"
-#include "support/tk_buffer.h"
+#include "support/signal_scanner.h"
 #include "support/transcript.h"
 
 #include <string>
@@ -105,18 +105,18 @@ void leave_binary_line(PunchStream &stream)
     if (byte >= 0) {
         tk_BUFreadLine(stream);
     } else {
-        tk_eofflag = 1;
+        tk_stopReading();
     }
 }
 
 // Reads the two values behind a binary OP line: the sweep value, which is dropped, and the value.
-// Kept: an end mark in place of the first stands for a value of 0 and, in tk_eolnflag, for the end of
-// the run (docs/punch-format.md, "Operating point").
+// Kept: an end mark in place of the first stands for a value of 0 and for the end of the run
+// (docs/punch-format.md, "Operating point").
 double read_binary_op_value(PunchStream &stream, int format)
 {
     double value = 0.0;
     BINrdFLT(stream, format);
-    if (!tk_eolnflag) {
+    if (!tk_endMarkMet()) {
         value = BINrdFLT(stream, format);
     }
     leave_binary_line(stream);
@@ -148,6 +148,7 @@ Isoln *tk_read_isoln(PunchStream &stream, AnalysisCode kind)
 Isoln *tk_read_op(PunchStream &stream, Isoln *list)
 {
     int format = NO_DATA;
+    bool ended = false;
     do {
         Isoln *value = tk_Isoln_alloc();
         value->next = list;
@@ -166,14 +167,16 @@ Isoln *tk_read_op(PunchStream &stream, Isoln *list)
         // "Operating point").
         if (format == NO_DATA) {
             value->value = next_number(stream); // the field before it is the sweep value
+            ended = tk_eolnflag != 0;
         } else {
             tk_takeRestOfLine();
             value->value = read_binary_op_value(stream, format);
+            ended = tk_endMarkMet();
         }
         ++OPcnt;
-    } while (!tk_eolnflag && !tk_eofflag && tk_nxchar() != '*');
+    } while (!ended && !tk_eofflag && tk_nxchar() != '*');
     if (format != NO_DATA) {
-        tk_eolnflag = 0;
+        tk_forgetEndMark();
     }
     return list;
 }

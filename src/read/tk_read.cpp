@@ -64,8 +64,7 @@ void read_title(PunchStream &stream, TreePlace &place)
 // "* TRANSIENT TPUNCH TIME = 1e-9".
 void read_comment(PunchStream &stream, TreePlace &place, bool transient)
 {
-    if (tk_eolnflag) {
-        tk_eolnflag = 0;
+    if (tk_takeLineEnd()) {
         return;
     }
     if (place.analysis == PZ && transient && tk_nxfield(stream) == "TPUNCH" && tk_nxfield(stream) == "TIME") {
@@ -79,13 +78,12 @@ void read_comment(PunchStream &stream, TreePlace &place, bool transient)
 bool read_star_line(PunchStream &stream, TreePlace &place)
 {
     tk_nxfield(stream);
-    if (tk_eolnflag) {
-        tk_eolnflag = 0;
+    if (tk_takeLineEnd()) {
         return true;
     }
     const std::string &keyword = tk_nxfield(stream);
     if (keyword == "---") { // an index table: no data follows
-        tk_eofflag = 1;
+        tk_stopReading();
     } else if (keyword == "ANALYSIS") {
         return read_analysis_header(stream, place);
     } else if (keyword == "XUNITS") {
@@ -166,9 +164,7 @@ bool read_blocks(PunchStream &stream, TreePlace &place)
             read_control_statement(stream, place);
         } else if (c != '*') {
             good = read_data_line(stream, place);
-        } else if (tk_eolnflag) {
-            tk_eolnflag = 0;
-        } else {
+        } else if (!tk_takeLineEnd()) {
             good = read_star_line(stream, place);
         }
         if (!good) {

@@ -223,7 +223,7 @@ template <typename Value> std::uint64_t read_values(PunchStream &stream, Wform &
 
 } // namespace
 
-void read_text_points(PunchStream &stream, Wform &wform, const std::string &first_x)
+void read_text_points(PunchStream &stream, Wform &wform, const std::function<double()> &first_x)
 {
     if (pun_index) {
         count_text_points(stream, wform);
@@ -234,7 +234,7 @@ void read_text_points(PunchStream &stream, Wform &wform, const std::string &firs
     double x = 0.0;
     while (!tk_eolnflag && !tk_eofflag) {
         if (count == 0) {
-            x = tk_atof(first_x);
+            x = first_x();
         } else if (!next_x(stream, x)) {
             break;
         }
