@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "compare/integration.h"
 
+#include "compare/trace_lines.h"
 #include "support/settings.h"
-#include "support/transcript.h"
 
 #include <algorithm>
 
@@ -45,28 +45,6 @@ double trapezoid(double x0, double y0, double x1, double y1)
     return (x1 - x0) * (y0 + (y1 - y0) * 0.5);
 }
 
-void trace_same(double piece, const PT &from, const PT &to, int entry)
-{
-    transcript_printf("area = %g,  xold = %g,  x = %g,  yold = %g,  y = %g, index = %d\n", piece, from.x,
-                      to.x, from.val, to.val, entry);
-}
-
-// Traces a piece that ends at a boundary; the last one of a crossing is the left part of two.
-void trace_boundary(double piece, const PT &from, double x, double y, int boundary, int left, int right)
-{
-    if (boundary < right) {
-        transcript_printf("i = %d,  left_index = %d,  right_index = %d\n", boundary, left, right);
-    }
-    transcript_printf("%s = %g,  xold = %g,  xmid = %g,  yold = %g,  ymid = %g,  index = %d\n",
-                      boundary < right ? "a" : "leftarea", piece, from.x, x, from.val, y, boundary);
-}
-
-void trace_right(double piece, const PT &from, const PT &to, int entry)
-{
-    transcript_printf("rightarea = %g,  xmid = %g,  x = %g,  ymid = %g,  y = %g,  index = %d\n", piece,
-                      from.x, to.x, from.val, to.val, entry);
-}
-
 // Adds a segment that crosses the boundaries left + 1 to right, piece by piece. Boundaries outside
 // the grid are not walked.
 void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int right)
@@ -79,7 +57,7 @@ void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int 
         const double piece = trapezoid(start.x, start.val, x, y);
         grid.at(boundary) += piece;
         if (debugging(DEBUG_INTEGRATION)) {
-            trace_boundary(piece, start, x, y, boundary, left, right);
+            trace_boundary(piece, start, {x, y, nullptr}, boundary, left, right);
         }
         start.x = x;
         start.val = y;
@@ -99,7 +77,7 @@ void integrate(const PT *points, const Grid &grid)
     double area = grid.at(left + 1); // of the current interval; written back when it is left
     for (const PT *to = points->next; to != nullptr; to = to->next) {
         const double place = grid.place(to->x);
-        // Mostly that of the point before, which is told without a conversion.
+        // Mostly that of the point before, which is seen without a conversion.
         const int right = place >= left && place < left + 1.0 && left > 0 ? left : grid.interval(place);
         if (right < left) {
             continue; // time went backwards

@@ -8,7 +8,8 @@
 
 struct RunOptions {
     ExitMasks masks;
-    bool indexscript = false; // index mode without the banner
+    bool indexscript = false;      // index mode without the banner
+    bool information_only = false; // an option has printed its text, and that is all
 };
 
 // The files that the arguments name, null where there is none; made by scan_arguments.
@@ -19,7 +20,7 @@ extern PF *com_file; // regression
 void read_environment();
 
 // Scans the arguments: writes the settings, makes ref_file and com_file of the file names, reports
-// what it does not know. An information-only option prints its text and ends the run with status 0.
+// what it does not know. An information-only option prints its text and ends the scan.
 RunOptions scan_arguments(int argc, char **argv);
 
 #endif
