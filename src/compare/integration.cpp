@@ -36,7 +36,7 @@ struct Grid {
     double &at(int entry) const
     {
         static double outside = 0.0;
-        return entry > 0 && entry <= ndiv + 1 ? area[entry] : outside;
+        return static_cast<unsigned>(entry) <= static_cast<unsigned>(ndiv + 1) ? area[entry] : outside;
     }
 };
 
@@ -45,13 +45,13 @@ double trapezoid(double x0, double y0, double x1, double y1)
     return (x1 - x0) * (y0 + (y1 - y0) * 0.5);
 }
 
-// Adds a segment that crosses the boundaries left + 1 to right, piece by piece. Boundaries outside
-// the grid are not walked.
+// Adds a segment that crosses the boundaries left + 1 to right, piece by piece. Below 0 as many of them
+// are walked as the grid has intervals: what lies further left is one piece, which no entry takes.
 void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int right)
 {
     const double slope = (to.val - from.val) / (to.x - from.x);
     PT start = from;
-    for (int boundary = std::max(left + 1, 0); boundary <= right; ++boundary) {
+    for (int boundary = std::max(left + 1, -grid.ndiv); boundary <= right; ++boundary) {
         const double x = boundary * grid.dx;
         const double y = (x - start.x) * slope + start.val;
         const double piece = trapezoid(start.x, start.val, x, y);
