@@ -117,15 +117,18 @@ void number_strtod(benchmark::State &state)
 // The argument is the number of points: many to an interval of the grid, or few.
 void integration(benchmark::State &state)
 {
-    std::vector<PT> points(static_cast<std::size_t>(state.range(0)));
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        const auto place = static_cast<double>(i);
-        points[i] = {1e-12 * place, 1.0 + 1e-3 * place, i + 1 < points.size() ? &points[i + 1] : nullptr};
+    std::vector<double> x(static_cast<std::size_t>(state.range(0)));
+    std::vector<double> val(x.size());
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        x[i] = 1e-12 * static_cast<double>(i);
+        val[i] = 1.0 + 1e-3 * static_cast<double>(i);
     }
     Wform wform{};
-    wform.pts = points.data();
+    wform.x = x.data();
+    wform.val = val.data();
+    wform.count = static_cast<std::int64_t>(x.size());
     std::vector<double> area(kGridIntervals + 2);
-    const double interval = points.back().x / kGridIntervals;
+    const double interval = x.back() / kGridIntervals;
     for ([[maybe_unused]] auto iteration : state) {
         intline(&wform, area.data(), interval, kGridIntervals);
         benchmark::DoNotOptimize(area.data());

@@ -39,12 +39,15 @@ TEST(Tolerance, VerdictsAndMarkers)
 // The areas of a grid, separated by blanks. Fails when anything around the array is written to.
 static std::string areas(const std::vector<double> &points, double dx, std::size_t entries)
 {
-    std::vector<PT> records(points.size() / 2 + 1);
-    for (std::size_t i = 0; i + 1 < records.size(); ++i) {
-        records[i] = {points[2 * i], points[2 * i + 1], i + 2 < records.size() ? &records[i + 1] : nullptr};
+    std::vector<double> x;
+    std::vector<double> val;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        (i % 2 == 0 ? x : val).push_back(points[i]);
     }
     Wform wform{};
-    wform.pts = points.empty() ? nullptr : records.data();
+    wform.x = x.data();
+    wform.val = val.data();
+    wform.count = static_cast<std::int64_t>(val.size());
     std::vector<double> guarded(entries + 16, 12345.0);
     std::fill_n(guarded.begin() + 8, entries, 0.0);
     guarded[8] = 99.0; // intline itself clears this one

@@ -3,6 +3,7 @@
 #include "read/index_file.h"
 #include "read/index_table.h"
 #include "read/look_ahead.h"
+#include "read/point_blocks.h"
 #include "read/waveform_reader.h"
 #include "support/number.h"
 #include "support/settings.h"
@@ -59,8 +60,11 @@ static std::tuple<int, int, std::string> read_signal(const Layout &layout, const
     tk_BUFreadLine(source.stream);
     const Wform *wform = tk_read_wform(source.stream, AC);
     int right = 0;
-    for (const PT *p = wform->pts; p != nullptr && p->x == right && p->val == -right - 0.5; p = p->next) {
-        ++right;
+    BlockWalk walk(*wform);
+    for (PointBlock block = walk.next(); block.count != 0; block = walk.next()) {
+        for (std::size_t i = 0; i < block.count && block.x[i] == right && block.val[i] == -right - 0.5; ++i) {
+            ++right;
+        }
     }
     return {wform->numpts, right, tk_eofflag ? "." : tk_nxfield(source.stream)};
 }

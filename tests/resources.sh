@@ -18,7 +18,7 @@ check() { # <what> <exit code> <exit codes wanted> [<regular expression that the
     status=1
 }
 
-mkfifo lonely other pipe
+mkfifo lonely other pipe later
 "$tresk" lonely "$golden" 2>lonely-transcript & # takes a while to lose patience
 lonely=$!
 "$tresk" "$golden" "$regress" 2>/dev/full
@@ -55,6 +55,27 @@ check 'index of a pipe' $? 5 'Cannot open file other'
 for _ in 1 2 3 4 5 6 7 8 9; do cat "$golden"; done >shrinking && "$tresk" -d 1 shrinking "$golden" 2>pipe
 code=$? && wait $!
 check 'file that shrinks while it is read' $code '0 1 2 3 4' 'Comparison result'
+
+# Points that stay in the file, which something happens to while tresk waits for the other file
+{
+    sed 2q "$golden" && echo 'V(1) DATA = BINARY'
+    printf '%3000s' '' | tr ' ' 8 | sed 's/8/12345678/g' && printf '\377\377\377\377 \n'
+} >binary
+happens() { # <command on the file "points"> <exit code wanted> <regular expression>
+    cp binary points && : >transcript
+    "$tresk" points later 2>transcript &
+    while ! grep -q comparison transcript; do sleep 0.01; done
+    eval "$1"
+    cat binary >later
+    wait $!
+    check "points, then $1" $? "$2" "$3"
+}
+happens : 0 'PASS'
+happens 'mv points away; echo >points' 0 PASS
+happens 'echo >points' '3 5' 'Cannot open file points'
+happens 'echo >>points' 5 'exit status = 2'
+happens 'printf 9 | dd of=points bs=1 seek=9000 conv=notrunc 2>/dev/null' '3 5' 'Cannot open file points'
+
 wait $lonely
 code=$? && mv lonely-transcript transcript
 check 'pipe without a writer' $code 1 'Cannot open file lonely'

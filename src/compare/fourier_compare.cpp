@@ -61,7 +61,7 @@ SignalFindings compare_pair(const Wform &ref, const Wform &cmp)
         findings.bits |= bits;
         findings.fails += bits != 0 ? 1 : 0;
     };
-    walk_points(ref.pts, cmp.pts, CoefficientRule{is_phase(ref)}, report);
+    walk_points(ref, cmp, CoefficientRule{is_phase(ref)}, report);
     return findings;
 }
 
@@ -74,5 +74,5 @@ unsigned four_compare(Wform *ref, Wform *cmp)
 
 void walk_coefficients(const Wform &ref, const Wform &cmp, const PointVisitor &visit)
 {
-    walk_points(ref.pts, cmp.pts, CoefficientRule{is_phase(ref)}, visit);
+    walk_points(ref, cmp, CoefficientRule{is_phase(ref)}, visit);
 }

@@ -2,9 +2,11 @@
 #include "compare/integration.h"
 
 #include "compare/trace_lines.h"
+#include "read/point_blocks.h"
 #include "support/settings.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace
 {
@@ -57,7 +59,7 @@ void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int 
         const double piece = trapezoid(start.x, start.val, x, y);
         grid.at(boundary) += piece;
         if (debugging(DEBUG_INTEGRATION)) {
-            trace_boundary(piece, start, {x, y, nullptr}, boundary, left, right);
+            trace_boundary(piece, start, {x, y}, boundary, left, right);
         }
         start.x = x;
         start.val = y;
@@ -69,58 +71,145 @@ void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int 
     }
 }
 
-void integrate(const PT *points, const Grid &grid)
+using Pair = double __attribute__((vector_size(16)));
+
+Pair load(const double *values)
 {
-    const bool trace = debugging(DEBUG_INTEGRATION);
-    PT from = *points;
-    int left = grid.interval(grid.place(from.x));
-    double area = grid.at(left + 1); // of the current interval; written back when it is left
-    for (const PT *to = points->next; to != nullptr; to = to->next) {
-        const double place = grid.place(to->x);
-        // Mostly that of the point before, which is seen without a conversion.
-        const int right = place >= left && place < left + 1.0 && left > 0 ? left : grid.interval(place);
-        if (right < left) {
-            continue; // time went backwards
+    Pair pair;
+    std::memcpy(&pair, values, sizeof pair);
+    return pair;
+}
+
+// Whether both places lie in the interval from low to high.
+bool both_inside(const Pair &places, const Pair &low, const Pair &high)
+{
+    const auto inside = (places >= low) & (places < high);
+    return (inside[0] & inside[1]) != 0;
+}
+
+// Areas of the two segments that begin at the points from on.
+Pair trapezoids(const double *x, const double *val)
+{
+    const Pair y0 = load(val);
+    return (load(x + 1) - load(x)) * (y0 + (load(val + 1) - y0) * Pair{0.5, 0.5});
+}
+
+// Adds the segments to the points from i > 0 on, as far as they end in the interval (>= 0) that the point
+// before them is in: four at a time, but summed up in their order. Returns the first point that is left.
+std::size_t add_inside(const Grid &grid, const PointBlock &block, std::size_t i, int interval, double &area)
+{
+    const Pair low{static_cast<double>(interval), static_cast<double>(interval)};
+    const Pair high = low + Pair{1.0, 1.0};
+    const Pair per_dx{grid.per_dx, grid.per_dx};
+    double sum = area;
+    for (; i + 4 <= block.count; i += 4) {
+        if (!both_inside(load(block.x + i) * per_dx, low, high) ||
+            !both_inside(load(block.x + i + 2) * per_dx, low, high)) {
+            break;
         }
-        if (right == left) {
-            const double piece = trapezoid(from.x, from.val, to->x, to->val);
-            area += piece;
-            if (trace) {
-                trace_same(piece, from, *to, left + 1);
-            }
-        } else {
-            grid.at(left + 1) = area;
-            add_crossing(grid, from, *to, left, right);
-            area = grid.at(right + 1);
-        }
-        from.x = to->x;
-        from.val = to->val;
-        left = right;
+        const Pair first = trapezoids(block.x + i - 1, block.val + i - 1);
+        const Pair second = trapezoids(block.x + i + 1, block.val + i + 1);
+        sum += first[0];
+        sum += first[1];
+        sum += second[0];
+        sum += second[1];
     }
-    grid.at(left + 1) = area;
+    for (; i < block.count; ++i) {
+        const double place = grid.place(block.x[i]);
+        if (!(place >= low[0] && place < high[0])) {
+            break;
+        }
+        sum += trapezoid(block.x[i - 1], block.val[i - 1], block.x[i], block.val[i]);
+    }
+    area = sum;
+    return i;
+}
+
+// The curve as it is followed from point to point.
+struct Curve {
+    PT from;     // end of the last segment
+    int left;    // its interval
+    double area; // of that interval; written back when it is left
+};
+
+// Adds the segment to a point. False if time went backwards, and the point was left out.
+bool add_segment(const Grid &grid, Curve &curve, const PT &to)
+{
+    const int right = grid.interval(grid.place(to.x));
+    if (right < curve.left) {
+        return false;
+    }
+    if (right == curve.left) {
+        const double piece = trapezoid(curve.from.x, curve.from.val, to.x, to.val);
+        curve.area += piece;
+        if (debugging(DEBUG_INTEGRATION)) {
+            trace_same(piece, curve.from, to, curve.left + 1);
+        }
+    } else {
+        grid.at(curve.left + 1) = curve.area;
+        add_crossing(grid, curve.from, to, curve.left, right);
+        curve.area = grid.at(right + 1);
+    }
+    curve.from = to;
+    curve.left = right;
+    return true;
+}
+
+void integrate(const Wform &wform, const Grid &grid)
+{
+    BlockWalk walk(wform);
+    PointBlock block = walk.next();
+    if (block.count == 0) {
+        return; // a file that cannot be read any more
+    }
+    Curve curve{{block.x[0], block.val[0]}, grid.interval(grid.place(block.x[0])), 0.0};
+    curve.area = grid.at(curve.left + 1);
+    for (std::size_t i = 1; block.count != 0; block = walk.next(), i = 0) {
+        bool from_before = i > 0; // the last segment ends at the point before i
+        while (i < block.count) {
+            if (from_before && curve.left >= 0 && !debugging(DEBUG_INTEGRATION)) {
+                i = add_inside(grid, block, i, curve.left, curve.area);
+                curve.from = {block.x[i - 1], block.val[i - 1]};
+                if (i == block.count) {
+                    break;
+                }
+            }
+            from_before = add_segment(grid, curve, {block.x[i], block.val[i]});
+            ++i;
+        }
+    }
+    grid.at(curve.left + 1) = curve.area;
 }
 
 // The diagnostic variant: one running area, stored away at every boundary that is passed.
-void integrate_running(const PT *points, const Grid &grid)
+void integrate_running(const Wform &wform, const Grid &grid)
 {
     double running = 0.0;
-    PT from = *points;
+    BlockWalk walk(wform);
+    PointBlock block = walk.next();
+    if (block.count == 0) {
+        return; // a file that cannot be read any more
+    }
+    PT from{block.x[0], block.val[0]};
     int boundary = std::max(grid.interval(grid.place(from.x)), 0) + 1; // the next one to be passed
-    for (const PT *to = points->next; to != nullptr; to = to->next) {
-        if (to->x == from.x) {
-            continue;
+    for (std::size_t first = 1; block.count != 0; block = walk.next(), first = 0) {
+        for (std::size_t i = first; i < block.count; ++i) {
+            const PT to{block.x[i], block.val[i]};
+            if (to.x == from.x) {
+                continue;
+            }
+            const double slope = (to.val - from.val) / (to.x - from.x);
+            for (; boundary <= grid.ndiv && boundary * grid.dx <= to.x; ++boundary) {
+                const double x = boundary * grid.dx;
+                const double y = (x - from.x) * slope + from.val;
+                grid.area[boundary - 1] = running + trapezoid(from.x, from.val, x, y);
+                running = 0.0;
+                from.x = x;
+                from.val = y;
+            }
+            running += trapezoid(from.x, from.val, to.x, to.val);
+            from = to;
         }
-        const double slope = (to->val - from.val) / (to->x - from.x);
-        for (; boundary <= grid.ndiv && boundary * grid.dx <= to->x; ++boundary) {
-            const double x = boundary * grid.dx;
-            const double y = (x - from.x) * slope + from.val;
-            grid.area[boundary - 1] = running + trapezoid(from.x, from.val, x, y);
-            running = 0.0;
-            from.x = x;
-            from.val = y;
-        }
-        running += trapezoid(from.x, from.val, to->x, to->val);
-        from = *to;
     }
 }
 
@@ -129,13 +218,13 @@ void integrate_running(const PT *points, const Grid &grid)
 void intline(const Wform *w, double *area, double dx, int ndiv)
 {
     area[0] = 0.0;
-    if (w->pts == nullptr) {
+    if (w->count == 0) {
         return;
     }
     const Grid grid{area, dx, 1.0 / dx, ndiv};
     if (debugging(DEBUG_ALT_INTEGRATION)) {
-        integrate_running(w->pts, grid);
+        integrate_running(*w, grid);
     } else {
-        integrate(w->pts, grid);
+        integrate(*w, grid);
     }
 }

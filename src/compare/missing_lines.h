@@ -18,8 +18,7 @@ constexpr unsigned bits_of_missing(unsigned count)
 }
 
 // Points that only one of two signals has; no line when there is none.
-unsigned report_missing_points(const Wform &ref, const Wform &cmp, int code, const PT *ref_rest,
-                               const PT *cmp_rest);
+unsigned report_missing_points(const Wform &ref, const Wform &cmp, int code);
 
 // A solution of which only one file has values; the name is that of the lines ("INTR").
 unsigned report_missing_solution(int code, const char *name, Side lacking);

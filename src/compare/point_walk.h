@@ -1,31 +1,29 @@
 // SPDX-License-Identifier: MIT
-// The one walk over the points of two signals that are judged pair by pair, in list order.
+// The one walk over the points of two signals that are judged pair by pair, in their order.
 // Kept: x is not compared (docs/verdict.md, "Sweeps").
 #ifndef TRESK_COMPARE_POINT_WALK_H
 #define TRESK_COMPARE_POINT_WALK_H
 
 #include "compare/tolerance.h"
-#include "read/records.h"
+#include "read/point_blocks.h"
 
 #include <functional>
 
-// What the longer of two lists has left when the shorter one ends; null for the other.
-struct PointRest {
-    const PT *ref;
-    const PT *cmp;
-};
-
-// Judges the pairs of points up to the end of the shorter list and calls visit(reference point,
+// Judges the pairs of points up to the end of the shorter signal and calls visit(reference point,
 // comparison point, Judged) for each. A rule has error(reference, comparison), the absolute error of
 // two values, and level(reference, comparison), by which default checking chooses its mode.
 template <typename Rule, typename Visit>
-PointRest walk_points(const PT *ref, const PT *cmp, const Rule &rule, Visit visit)
+void walk_points(const Wform &ref, const Wform &cmp, const Rule &rule, Visit visit)
 {
-    for (; ref != nullptr && cmp != nullptr; ref = ref->next, cmp = cmp->next) {
-        visit(*ref, *cmp,
-              judge_pair(rule.level(ref->val, cmp->val), rule.error(ref->val, cmp->val), ref->val));
-    }
-    return {ref, cmp};
+    walk_blocks(ref, cmp, [&](const PointBlock &r, const PointBlock &c, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) {
+            const PT ref_point{r.x[i], r.val[i]};
+            const PT cmp_point{c.x[i], c.val[i]};
+            visit(ref_point, cmp_point,
+                  judge_pair(rule.level(ref_point.val, cmp_point.val),
+                             rule.error(ref_point.val, cmp_point.val), ref_point.val));
+        }
+    });
 }
 
 // The same for any caller outside the comparators: one walk for each kind of signal, which judges as

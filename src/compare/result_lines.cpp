@@ -3,6 +3,7 @@
 
 #include "compare/analysis_table.h"
 #include "read/name_length.h"
+#include "read/point_blocks.h"
 #include "support/exit_bits.h"
 #include "support/settings.h"
 #include "support/transcript.h"
@@ -241,8 +242,8 @@ unsigned report_single_point(FindingKind kind, const Wform &ref, const Wform &cm
         Finding finding = pair_finding(kind, code, ref.name, judged, bits);
         const bool is_value = kind == FindingKind::SINGLE_VALUE;
         finding.signals = {&ref, &cmp};
-        finding.ref_value = is_value ? ref.pts->val : ref.pts->x;
-        finding.cmp_value = is_value ? cmp.pts->val : cmp.pts->x;
+        finding.ref_value = is_value ? first_point(ref).val : first_point(ref).x;
+        finding.cmp_value = is_value ? first_point(cmp).val : first_point(cmp).x;
         pass_on(finding);
     }
     return bits;

@@ -43,32 +43,28 @@ bool is_phase(const Wform &wform)
     return wform.yunits != nullptr && strcasecmp(wform.yunits, "DEGREES") == 0;
 }
 
-// Judges all pairs of points. Returns what is left over.
-template <typename Rule>
-PointRest sweep_points(const Wform &ref, const Wform &cmp, const Rule &rule, SweepResult &result)
+// Judges all pairs of points.
+template <typename Rule> SweepResult sweep_points(const Wform &ref, const Wform &cmp, const Rule &rule)
 {
     SweepResult found;
-    const PointRest rest =
-        walk_points(ref.pts, cmp.pts, rule, [&found](const PT &, const PT &, const Judged &judged) {
-            if (judged.verdict != PASSES) {
-                ++found.fails;
-                found.max_abs = std::max(found.max_abs, judged.abserr);
-                found.max_rel = std::max(found.max_rel, judged.relerr);
-            }
-            ++found.compared;
-        });
-    result = found;
-    return rest;
+    walk_points(ref, cmp, rule, [&found](const PT &, const PT &, const Judged &judged) {
+        if (judged.verdict != PASSES) {
+            ++found.fails;
+            found.max_abs = std::max(found.max_abs, judged.abserr);
+            found.max_rel = std::max(found.max_rel, judged.relerr);
+        }
+        ++found.compared;
+    });
+    return found;
 }
 
 SignalFindings compare_ac_pair(const Wform &ref, const Wform &cmp, int code)
 {
-    SweepResult found;
-    const PointRest rest = is_phase(ref) ? sweep_points(ref, cmp, PhaseRule{}, found)
-                                         : sweep_points(ref, cmp, PlainRule{}, found);
-    if (rest.cmp != nullptr) {
+    const SweepResult found =
+        is_phase(ref) ? sweep_points(ref, cmp, PhaseRule{}) : sweep_points(ref, cmp, PlainRule{});
+    if (ref.count < cmp.count) {
         report_point_count(ref, cmp, code, Side::REFERENCE);
-    } else if (rest.ref != nullptr) {
+    } else if (ref.count > cmp.count) {
         report_point_count(ref, cmp, code, Side::COMPARISON);
     }
     const unsigned bits = report_ac_sweep(ref, cmp, code, found);
@@ -82,10 +78,8 @@ SignalFindings compare_dc_pair(const Wform &ref, const Wform &cmp, int code)
         findings.bits |= check_units(kSweepXUnits, code, ref.name, ref.xunits, cmp.xunits);
         findings.bits |= check_units(kWaveformYUnits, code, ref.name, ref.yunits, cmp.yunits);
     }
-    SweepResult found;
-    const PointRest rest = sweep_points(ref, cmp, PlainRule{}, found);
-    unsigned failures = report_dc_sweep(ref, cmp, code, found);
-    failures |= report_missing_points(ref, cmp, code, rest.ref, rest.cmp);
+    unsigned failures = report_dc_sweep(ref, cmp, code, sweep_points(ref, cmp, PlainRule{}));
+    failures |= report_missing_points(ref, cmp, code);
     findings.fails = failures != 0 ? 1 : 0;
     findings.bits |= failures;
     return findings;
@@ -112,13 +106,13 @@ unsigned dc_compare(Wform *ref, Wform *cmp, unsigned code)
 void walk_ac_points(const Wform &ref, const Wform &cmp, const PointVisitor &visit)
 {
     if (is_phase(ref)) {
-        walk_points(ref.pts, cmp.pts, PhaseRule{}, visit);
+        walk_points(ref, cmp, PhaseRule{}, visit);
     } else {
-        walk_points(ref.pts, cmp.pts, PlainRule{}, visit);
+        walk_points(ref, cmp, PlainRule{}, visit);
     }
 }
 
 void walk_dc_points(const Wform &ref, const Wform &cmp, const PointVisitor &visit)
 {
-    walk_points(ref.pts, cmp.pts, PlainRule{}, visit);
+    walk_points(ref, cmp, PlainRule{}, visit);
 }

@@ -6,6 +6,7 @@
 #include "compare/result_lines.h"
 #include "compare/trace_lines.h"
 #include "compare/waveform_section.h"
+#include "read/point_blocks.h"
 #include "support/settings.h"
 
 #include <algorithm>
@@ -49,14 +50,14 @@ unsigned compare_coordinate(FindingKind kind, const Wform &ref, const Wform &cmp
 // point is looked at only when its value passes.
 unsigned compare_short_signals(const Wform &ref, const Wform &cmp, int code)
 {
-    if (maxpts != 1 || ref.pts == nullptr || cmp.pts == nullptr) {
+    if (maxpts != 1 || ref.count == 0 || cmp.count == 0) {
         // Kept: nothing is not equal to nothing here (docs/verdict.md, "Waveforms over time").
         return report_few_points(ref, cmp, code);
     }
-    const unsigned bits =
-        compare_coordinate(FindingKind::SINGLE_VALUE, ref, cmp, code, ref.pts->val, cmp.pts->val);
-    return bits != 0 ? bits
-                     : compare_coordinate(FindingKind::SINGLE_TIME, ref, cmp, code, ref.pts->x, cmp.pts->x);
+    const PT r = first_point(ref);
+    const PT c = first_point(cmp);
+    const unsigned bits = compare_coordinate(FindingKind::SINGLE_VALUE, ref, cmp, code, r.val, c.val);
+    return bits != 0 ? bits : compare_coordinate(FindingKind::SINGLE_TIME, ref, cmp, code, r.x, c.x);
 }
 
 double sum_of_areas(int ndiv)

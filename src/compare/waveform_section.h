@@ -39,7 +39,7 @@ inline void fetch_ahead(const std::vector<SignalPair> &pairs, std::size_t curren
         }
         __builtin_prefetch(record + sizeof(Wform) - 1);
         const Wform &nearer = *pairs[current + kContentsAhead].cmp;
-        __builtin_prefetch(nearer.pts);
+        __builtin_prefetch(nearer.val);
         __builtin_prefetch(nearer.yunits);
     }
 }

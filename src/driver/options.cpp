@@ -4,6 +4,7 @@
 #include "driver/info_texts.h"
 #include "read/tk_alloc.h"
 #include "support/settings.h"
+#include "support/slab.h"
 #include "support/transcript.h"
 
 #include <cstdlib>

@@ -2,6 +2,7 @@
 #include "read/record_dump.h"
 
 #include "read/analysis_traits.h"
+#include "read/point_blocks.h"
 #include "support/transcript.h"
 
 namespace
@@ -114,8 +115,11 @@ void print_wform(const RERUNform *rerun, const MODIFYform *modify, const Wform *
     if (wform->yunits != nullptr) {
         transcript_printf("        yunits=%s\n", wform->yunits);
     }
-    for (const PT *point = wform->pts; point != nullptr; point = point->next) {
-        transcript_printf("          x = %19.12E   val = %19.12E \n", point->x, point->val);
+    BlockWalk walk(*wform);
+    for (PointBlock block = walk.next(); block.count != 0; block = walk.next()) {
+        for (std::size_t i = 0; i < block.count; ++i) {
+            transcript_printf("          x = %19.12E   val = %19.12E \n", block.x[i], block.val[i]);
+        }
     }
     transcript_puts("\n");
 }

@@ -10,11 +10,18 @@
 constexpr double kUnknownTemperature = -999.0;
 constexpr double kUnknownTime = -1.0;
 
+struct FileBytes;
+
 // One point of a waveform.
 struct PT {
     double x;   // sweep value: time, frequency, swept source value ...
     double val; // signal value
-    PT *next;
+};
+
+// Where the points of a waveform stayed in its punch file.
+struct FilePoints {
+    FileBytes *file;
+    std::int64_t offset; // of the first point
 };
 
 // One signal of a swept analysis.
@@ -30,12 +37,21 @@ struct Wform {
     double ymin;
     double ymax;
     double tshift; // time shift of a PWL source, in seconds; 0 otherwise
-    PT *pts;       // the points in file order; null in index mode, where they are only counted
-    int numpts;
-    std::int64_t offset; // file offset of the first character of the line that holds the name
+    // The points in file order, to be walked with read/point_blocks.h. None in index mode, where they are
+    // only counted.
+    const double *val; // y column in memory; null where the points stayed in the file
+    union {
+        const double *x;           // x column beside val; waveforms with the same x share theirs
+        const FilePoints *in_file; // where val is null; null where there are no points at all
+    };
+    std::int64_t count;  // points read
+    int numpts;          // the same, at most INT_MAX: the number that is printed
     int analysis;        // AnalysisCode
+    std::int64_t offset; // file offset of the first character of the line that holds the name
     Wform *next;
 };
+static_assert(sizeof(void *) != 8 || sizeof(Wform) == 128,
+              "two cache lines: many signals are walked in any order");
 
 // One named value of a solution.
 struct Isoln {
@@ -117,6 +133,7 @@ struct PF {
     char *name; // path as given on the command line
     int format; // DataFormat after reading
     RERUNform *rerun;
+    FileBytes *bytes; // of the waveforms that stayed in the file; null when none did
 };
 
 #endif

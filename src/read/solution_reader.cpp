@@ -9,6 +9,7 @@
 #include "read/signal_totals.h"
 #include "read/tk_alloc.h"
 #include "support/signal_scanner.h"
+#include "support/slab.h"
 #include "support/transcript.h"
 
 #include <string>

@@ -2,8 +2,7 @@
 #include "read/tk_alloc.h"
 
 #include "read/codes.h"
-
-Slab<PT> point_slab;
+#include "support/slab.h"
 
 namespace
 {
@@ -69,4 +68,9 @@ Isoln *tk_Isoln_alloc()
 TRI *tk_TRI_alloc()
 {
     return new_record<TRI>();
+}
+
+FilePoints *tk_FilePoints_alloc()
+{
+    return new_record<FilePoints>();
 }

@@ -5,7 +5,6 @@
 #define TRESK_READ_TK_ALLOC_H
 
 #include "read/records.h"
-#include "support/slab.h"
 
 PF *tk_PF_alloc();
 RERUNform *tk_RERUNform_alloc();
@@ -16,15 +15,6 @@ Wform *tk_Wform_alloc();   // format = TEXT
 TPsoln *tk_TPsoln_alloc(); // time = kUnknownTime, analysis = -1
 Isoln *tk_Isoln_alloc();   // type = NODE, analysis = -1
 TRI *tk_TRI_alloc();
-
-// Points come one by one from tk_PT_alloc, or, from the reader of binary points, as a block of
-// neighbours that is reserved here.
-extern Slab<PT> point_slab;
-
-// Inline, since it is called once per point of text data.
-inline PT *tk_PT_alloc()
-{
-    return point_slab.take();
-}
+FilePoints *tk_FilePoints_alloc();
 
 #endif

@@ -119,8 +119,8 @@ void read_signal(PunchStream &stream, TreePlace &place)
 {
     Wform *signal = tk_read_wform(stream, place.analysis);
     place.signals.append(signal);
-    signal->xunits = tk_NEWstr(place.xunits);
-    signal->xfunc = tk_NEWstr(place.xfunc);
+    signal->xunits = place.xunits;
+    signal->xfunc = place.xfunc;
     if (debugging(DEBUG_READ)) {
         print_wform(place.rerun, place.modify, signal);
     }
@@ -186,6 +186,7 @@ int readfile(PF *file)
     tk_BUFinit(stream);
     TreePlace place(file);
     const bool good = read_blocks(stream, place);
+    file->bytes = stream.lasting;
     stream_close(stream);
     if (!good) {
         // Kept: the format stays 0, which differs from that of any good file with waveforms
@@ -200,4 +201,11 @@ int readfile(PF *file)
         finish_index(file->name);
     }
     return READ_GOOD;
+}
+
+int recheck_file(const PF *file)
+{
+    return file->bytes == nullptr || is_unchanged(*file->bytes)
+               ? READ_GOOD
+               : report_unreadable(file->name, file->bytes->fault);
 }

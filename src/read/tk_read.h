@@ -16,4 +16,9 @@ enum ReadResult : int {
 // the index modes, writes the index table as it goes. Faults are reported on the transcript.
 int readfile(PF *file);
 
+// To be called when the points of a file were walked for the last time: READ_GOOD, or READ_UNOPENED, with the
+// report of a file that cannot be read, where some could not be read again or the file has changed since it
+// was opened.
+int recheck_file(const PF *file);
+
 #endif

@@ -3,13 +3,15 @@
 
 #include "read/analysis_traits.h"
 #include "read/binary_data.h"
+#include "read/binary_points.h"
 #include "read/checked_number.h"
 #include "read/look_ahead.h"
 #include "read/name_length.h"
 #include "read/signal_totals.h"
+#include "read/text_points.h"
 #include "read/tk_alloc.h"
-#include "read/waveform_points.h"
 #include "support/signal_scanner.h"
+#include "support/slab.h"
 #include "support/transcript.h"
 
 #include <string>

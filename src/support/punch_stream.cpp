@@ -3,6 +3,7 @@
 
 #include "support/char_class.h"
 #include "support/memory.h"
+#include "support/slab.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -11,12 +12,13 @@
 #include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
 
 // Large enough that the system call does not count, small enough to stay in the second-level cache.
-constexpr std::size_t kBlock = std::size_t{256} * 1024;
+constexpr std::size_t kBlock = std::size_t{512} * 1024;
 
 void reserve(PunchStream &stream, std::size_t capacity)
 {
@@ -39,13 +41,28 @@ std::int64_t stream_end(const PunchStream &stream)
     return stream.base + static_cast<std::int64_t>(stream.size);
 }
 
+// Brings what outlives the stream up to date.
+void note_bytes(PunchStream &stream)
+{
+    if (stream.lasting != nullptr) {
+        stream.lasting->kept = stream.seekable ? nullptr : stream.window;
+        stream.lasting->end = std::max(stream.lasting->end, stream_end(stream));
+    }
+}
+
+struct stat status_of(int fd)
+{
+    struct stat about {
+    };
+    fstat(fd, &about);
+    return about;
+}
+
 // Whether there is something to read at fd; otherwise errno tells why not. Makes reading block again.
 bool can_be_read(int fd)
 {
     constexpr int kPatience = 10 * 1000; // milliseconds
-    struct stat about {
-    };
-    fstat(fd, &about);
+    const struct stat about = status_of(fd);
     if (S_ISDIR(about.st_mode)) {
         errno = EISDIR;
         return false;
@@ -85,6 +102,9 @@ void stream_attach(PunchStream &stream, int fd)
     stream.base = 0;
     stream.size = 0;
     stream.position = 0;
+    const struct stat about = status_of(fd);
+    stream.opened_size = about.st_size;
+    stream.opened_change = about.st_mtim;
     if (stream.window == nullptr) {
         reserve(stream, kBlock);
     }
@@ -93,10 +113,29 @@ void stream_attach(PunchStream &stream, int fd)
 
 void stream_close(PunchStream &stream)
 {
-    if (stream.fd >= 0) {
-        close(stream.fd);
-        stream.fd = -1;
+    note_bytes(stream);
+    const FileBytes *lasting = std::exchange(stream.lasting, nullptr);
+    if (lasting != nullptr && lasting->kept != nullptr) {
+        stream.window = nullptr;
+        stream.capacity = 0;
     }
+    const int fd = std::exchange(stream.fd, -1);
+    if (fd >= 0 && (lasting == nullptr || lasting->fd < 0)) {
+        close(fd);
+    }
+}
+
+FileBytes *stream_keep(PunchStream &stream)
+{
+    if (stream.lasting == nullptr) {
+        static Slab<FileBytes> slab;
+        stream.lasting = slab.take();
+        stream.lasting->fd = stream.seekable ? stream.fd : -1;
+        stream.lasting->opened_size = stream.opened_size;
+        stream.lasting->opened_change = stream.opened_change;
+    }
+    note_bytes(stream);
+    return stream.lasting;
 }
 
 bool stream_fill(PunchStream &stream)
@@ -121,6 +160,7 @@ bool stream_fill(PunchStream &stream)
         stream.error = got < 0 ? errno : 0;
     }
     stream.window[stream.size] = '\n';
+    note_bytes(stream);
     return got > 0;
 }
 

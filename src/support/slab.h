@@ -29,17 +29,17 @@ template <typename Record> class Slab
     Record *take()
     {
         if (next_ == end_) {
-            refill();
+            refill(1);
         }
         return next_++;
     }
 
-    // Makes room for count records side by side and returns the first, without taking any. The few
-    // records left in a slab that is too full are given up.
+    // Makes room for count records side by side, at most 2 MiB in all, and returns the first, without
+    // taking any. The records left in a slab that is too full are given up.
     Record *reserve(std::size_t count)
     {
         if (static_cast<std::size_t>(end_ - next_) < count) {
-            refill();
+            refill(count);
         }
         return next_;
     }
@@ -51,9 +51,11 @@ template <typename Record> class Slab
     }
 
   private:
-    void refill()
+    void refill(std::size_t count)
     {
-        size_ = next_slab_size(size_);
+        do {
+            size_ = next_slab_size(size_);
+        } while (size_ / sizeof(Record) < count);
         next_ = static_cast<Record *>(new_slab(size_));
         end_ = next_ + size_ / sizeof(Record);
     }

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// Binary points in the registers of the processor, sixteen bytes at a time: one point of doubles or two of
+// floats. Plain vector types of the compiler: a processor without such registers takes more steps.
+#ifndef TRESK_READ_POINT_VECTOR_H
+#define TRESK_READ_POINT_VECTOR_H
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+constexpr std::size_t kVectorBytes = 16;
+using DoubleVector = double __attribute__((vector_size(kVectorBytes))); // x, y
+using FloatVector = float __attribute__((vector_size(kVectorBytes)));   // x, y, x, y
+using FloatPair = float __attribute__((vector_size(kVectorBytes / 2)));
+
+template <typename Value> struct PointVectorOf;
+template <> struct PointVectorOf<double> {
+    using Type = DoubleVector;
+};
+template <> struct PointVectorOf<float> {
+    using Type = FloatVector;
+};
+template <typename Value> using PointVector = typename PointVectorOf<Value>::Type;
+
+using HalfWords = std::uint16_t __attribute__((vector_size(kVectorBytes)));
+
+// Reverses the bytes of each Value.
+template <typename Value> HalfWords swap_bytes(HalfWords words)
+{
+    words = words << 8 | words >> 8;
+    if constexpr (sizeof(Value) == sizeof(double)) {
+        return __builtin_shufflevector(words, words, 3, 2, 1, 0, 7, 6, 5, 4);
+    } else {
+        return __builtin_shufflevector(words, words, 1, 0, 3, 2, 5, 4, 7, 6);
+    }
+}
+
+template <typename Value, bool kSwap> PointVector<Value> load_points(const char *bytes)
+{
+    HalfWords words;
+    std::memcpy(&words, bytes, sizeof words);
+    if constexpr (kSwap) {
+        words = swap_bytes<Value>(words);
+    }
+    return reinterpret_cast<PointVector<Value>>(words);
+}
+
+// Decodes two points into columns.
+template <bool kSwap> void decode_two(const char *bytes, double *x, double *val, double)
+{
+    const DoubleVector first = load_points<double, kSwap>(bytes);
+    const DoubleVector second = load_points<double, kSwap>(bytes + kVectorBytes);
+    const DoubleVector xs = __builtin_shufflevector(first, second, 0, 2);
+    const DoubleVector vals = __builtin_shufflevector(first, second, 1, 3);
+    std::memcpy(x, &xs, sizeof xs);
+    std::memcpy(val, &vals, sizeof vals);
+}
+
+template <bool kSwap> void decode_two(const char *bytes, double *x, double *val, float)
+{
+    const FloatVector points = load_points<float, kSwap>(bytes);
+    const FloatPair x_floats = __builtin_shufflevector(points, points, 0, 2);
+    const FloatPair val_floats = __builtin_shufflevector(points, points, 1, 3);
+    const auto xs = __builtin_convertvector(x_floats, DoubleVector);
+    const auto vals = __builtin_convertvector(val_floats, DoubleVector);
+    std::memcpy(x, &xs, sizeof xs);
+    std::memcpy(val, &vals, sizeof vals);
+}
+
+#endif
