@@ -50,6 +50,7 @@ make_seeds() { # <folder>
             s/(DATA = BINARY\n(?:(?!\xff{4}).){24}).*?(?=\xff{4})/$1/gs
             ' "$sample" >"$seed"
         perl -pe 's/= TR /= PSS /; s/IN TR/IN DC/; s/= DC /= STB /; s/= AC /= PAC /; s/= NOISE/= XF/;
+            s/TPUNCH TIME = \K/NAN/;
             s/(?<=V\(OUT\)) YUNITS/ PWL DELAY 1E-9$&/; s/\(A\)/A[2:0]/' "$seed" >"$seed-renamed"
     done
     perl -pe 's/(RERUN_NUMBER = )\d/${1}1/; s/(MODIFY = )\d/${1}0/' "$1"/* >"$golden" # all in one modify

@@ -75,17 +75,16 @@ constexpr RowNumbers row_numbers()
 
 constexpr RowNumbers kRowNumbers = row_numbers();
 
-constexpr bool is_complete()
+constexpr int count_rows()
 {
+    int count = 0;
     for (const int row : kRowNumbers) {
-        if (row == kNoRow) {
-            return false;
-        }
+        count += row != kNoRow ? 1 : 0;
     }
-    return true;
+    return count;
 }
 
-static_assert(is_complete(), "every analysis has one row");
+static_assert(count_rows() == kAnalysisCount, "every analysis has one row");
 
 } // namespace
 

@@ -64,24 +64,32 @@ bool passes(const Judged &judged)
     return judged.verdict == PASSES;
 }
 
-// A finding about one judged pair of values.
-Finding pair_finding(FindingKind kind, int code, const char *name, const Judged &judged, unsigned bits)
+// Passes a judged pair on, if there is a listener, once complete(finding) has added what its kind has of
+// its own. Returns the bits.
+template <typename Complete>
+unsigned pass_on_pair(FindingKind kind, int code, const char *name, const Judged &judged, bool fails,
+                      Complete complete)
 {
-    Finding finding = finding_here(kind, code, name, bits);
-    finding.judged = judged;
-    finding.marker = bits != 0 ? marker_of(judged) : "";
-    finding.fails = bits != 0 ? 1 : 0;
-    finding.compared = 1;
-    finding.met_nan = judged.verdict == NOT_A_NUMBER;
-    return finding;
+    const unsigned bits = fails ? EXIT_TOLERANCE : 0U;
+    if (listening()) {
+        Finding finding = finding_here(kind, code, name, bits);
+        finding.judged = judged;
+        finding.marker = fails ? marker_of(judged) : "";
+        finding.fails = fails ? 1 : 0;
+        finding.compared = 1;
+        finding.met_nan = judged.verdict == NOT_A_NUMBER;
+        complete(finding);
+        pass_on(finding);
+    }
+    return bits;
 }
 
-void print_time_line(const Wform &ref, int code, double abserr, double relerr, const char *marker)
+void print_time_line(const Wform &ref, int code, const Judged &judged, const char *marker)
 {
     print_tk_header(code);
     print_name_column(ref.name, 3);
     transcript_puts(" ");
-    print_error_columns(kOneBlank, abserr, relerr, marker);
+    print_error_columns(kOneBlank, judged.abserr, judged.relerr, marker);
 }
 
 // Ranks the errors of failing points: what is no number first, then by the product of the errors.
@@ -172,22 +180,18 @@ const char *half_plane(const TRI &root)
 
 unsigned report_value(const Isoln &ref, const Isoln &cmp, int code, const Judged &judged)
 {
-    const unsigned bits = passes(judged) ? 0U : EXIT_TOLERANCE;
-    if (bits != 0) {
+    if (!passes(judged)) {
         print_tk_header(code);
         transcript_puts(type_mark(ref.type));
         print_name_column(ref.name, 3);
         transcript_puts(" ");
         print_error_columns(kOneBlank, judged.abserr, judged.relerr, marker_of(judged));
     }
-    if (listening()) {
-        Finding finding = pair_finding(FindingKind::VALUE, code, ref.name, judged, bits);
+    return pass_on_pair(FindingKind::VALUE, code, ref.name, judged, !passes(judged), [&](Finding &finding) {
         finding.values = {&ref, &cmp};
         finding.ref_value = ref.value;
         finding.cmp_value = cmp.value;
-        pass_on(finding);
-    }
-    return bits;
+    });
 }
 
 unsigned report_ac_sweep(const Wform &ref, const Wform &cmp, int code, const SweepResult &found)
@@ -217,94 +221,77 @@ unsigned report_dc_sweep(const Wform &ref, const Wform &cmp, int code, const Swe
 
 unsigned report_area(const Wform &ref, const Wform &cmp, int code, const Judged &judged, const Areas &areas)
 {
-    const unsigned bits = passes(judged) ? 0U : EXIT_TOLERANCE;
-    if (bits != 0) {
-        print_time_line(ref, code, judged.abserr, judged.relerr, marker_of(judged));
+    if (!passes(judged)) {
+        print_time_line(ref, code, judged, marker_of(judged));
     }
-    if (listening()) {
-        Finding finding = pair_finding(FindingKind::AREA, code, ref.name, judged, bits);
+    return pass_on_pair(FindingKind::AREA, code, ref.name, judged, !passes(judged), [&](Finding &finding) {
         finding.signals = {&ref, &cmp};
         finding.areas = areas;
         finding.worst = worst_interval(areas);
-        pass_on(finding);
-    }
-    return bits;
+    });
 }
 
 unsigned report_single_point(FindingKind kind, const Wform &ref, const Wform &cmp, int code,
                              const Judged &judged)
 {
-    const unsigned bits = passes(judged) ? 0U : EXIT_TOLERANCE;
-    if (bits != 0) {
-        print_time_line(ref, code, judged.abserr, judged.relerr, marker_of(judged));
+    if (!passes(judged)) {
+        print_time_line(ref, code, judged, marker_of(judged));
     }
-    if (listening()) {
-        Finding finding = pair_finding(kind, code, ref.name, judged, bits);
+    return pass_on_pair(kind, code, ref.name, judged, !passes(judged), [&](Finding &finding) {
         const bool is_value = kind == FindingKind::SINGLE_VALUE;
         finding.signals = {&ref, &cmp};
         finding.ref_value = is_value ? first_point(ref).val : first_point(ref).x;
         finding.cmp_value = is_value ? first_point(cmp).val : first_point(cmp).x;
-        pass_on(finding);
-    }
-    return bits;
+    });
 }
 
 unsigned report_few_points(const Wform &ref, const Wform &cmp, int code)
 {
     static const Judged kWorst = {0.0, 1.0, 1.0, FAILS};
     static const char kMarker[] = " <=A=R= ! ! ! ! ! ! !";
-    print_time_line(ref, code, kWorst.abserr, kWorst.relerr, kMarker);
-    if (listening()) {
-        Finding finding = pair_finding(FindingKind::FEW_POINTS, code, ref.name, kWorst, EXIT_TOLERANCE);
-        finding.marker = kMarker;
+    print_time_line(ref, code, kWorst, kMarker);
+    return pass_on_pair(FindingKind::FEW_POINTS, code, ref.name, kWorst, true, [&](Finding &finding) {
         finding.signals = {&ref, &cmp};
-        pass_on(finding);
-    }
-    return EXIT_TOLERANCE;
+        finding.marker = kMarker;
+    });
 }
 
 unsigned report_coefficient(const Wform &ref, const Wform &cmp, const PT &ref_point, const PT &cmp_point,
                             int position, const Judged &judged)
 {
-    const unsigned bits = passes(judged) ? 0U : EXIT_TOLERANCE;
-    if (bits != 0) {
+    if (!passes(judged)) {
         print_tk_header(FOUR);
         print_name_column(ref.name, 3);
         transcript_printf(" %2d   %9.3e  ", position, ref_point.x);
         print_error_columns(kOneBlank, judged.abserr, judged.relerr, marker_of(judged));
     }
-    if (listening()) {
-        Finding finding = pair_finding(FindingKind::COEFFICIENT, FOUR, ref.name, judged, bits);
+    const auto complete = [&](Finding &finding) {
         finding.signals = {&ref, &cmp};
         finding.position = position;
         finding.ref_value = ref_point.val;
         finding.cmp_value = cmp_point.val;
         finding.worst = {position - 1, ref_point.x};
-        pass_on(finding);
-    }
-    return bits;
+    };
+    return pass_on_pair(FindingKind::COEFFICIENT, FOUR, ref.name, judged, !passes(judged), complete);
 }
 
 unsigned report_root(const TRI &ref, const TRI &cmp, int kind, int position, const Judged &judged,
                      bool sides_differ)
 {
-    const unsigned bits = passes(judged) && !sides_differ ? 0U : EXIT_TOLERANCE;
-    if (bits != 0) {
+    const bool fails = !passes(judged) || sides_differ;
+    const std::string name = root_name(kind, position);
+    if (fails) {
         print_tk_header(PZ);
-        print_name_column(root_name(kind, position).c_str(), 3);
+        print_name_column(name.c_str(), 3);
         transcript_printf(" %-7s %-7s ", half_plane(ref), half_plane(cmp));
         print_error_columns(kTwoBlanks, judged.abserr, judged.relerr, marker_of(judged));
     }
-    if (listening()) {
-        Finding finding =
-            pair_finding(FindingKind::ROOT, PZ, root_name(kind, position).c_str(), judged, bits);
+    return pass_on_pair(FindingKind::ROOT, PZ, name.c_str(), judged, fails, [&](Finding &finding) {
         finding.roots = {&ref, &cmp};
         finding.root_kind = kind;
         finding.position = position;
         finding.half_planes_differ = sides_differ;
-        pass_on(finding);
-    }
-    return bits;
+    });
 }
 
 std::string root_name(int kind, int position)

@@ -6,7 +6,7 @@
 
 #include "read/records.h"
 
-// Combined extent of the pair being compared.
+// Combined extent of the pair being compared. Only xmax and maxpts are read.
 extern double xmin;
 extern double xmax;
 extern double ymin;

@@ -5,8 +5,9 @@
 
 #include <unordered_map>
 
-// Finds the first record of a number in a list. Matched records are found again: a second record of
-// a number in the reference file meets the same partner.
+// Finds the first record of a number in a list.
+// Kept: matched records are found again, so that a second record of a number in the reference file
+// meets the same partner (docs/verdict.md, "What only one file has").
 template <typename Form> class NumberIndex
 {
   public:

@@ -82,7 +82,7 @@ int run(const RunOptions &options)
 
 } // namespace
 
-void tk_main(int argc, char **argv)
+int run_tresk(int argc, char **argv)
 {
     // A reader of the transcript that goes away, or a file that may not grow, must not turn the grade
     // into a signal: the write fails instead.
@@ -90,5 +90,10 @@ void tk_main(int argc, char **argv)
     std::signal(SIGXFSZ, SIG_IGN);
     occupy_standard_streams();
     read_environment();
-    end_run(run(scan_arguments(argc, argv)));
+    return run(scan_arguments(argc, argv));
+}
+
+void tk_main(int argc, char **argv)
+{
+    end_run(run_tresk(argc, argv));
 }

@@ -3,8 +3,12 @@
 #ifndef TRESK_DRIVER_TK_MAIN_H
 #define TRESK_DRIVER_TK_MAIN_H
 
-// Runs the program on its command line. Ends the process with the exit grade, or with 0 after an
-// information-only option or a good index run.
+// Runs the program on its command line. Returns the exit code: the grade, or 0 after an
+// information-only option or a good index run. A data format that does not exist, an index that cannot
+// be written and exhausted memory end the process instead.
+int run_tresk(int argc, char **argv);
+
+// The same, and ends the process with that code.
 [[noreturn]] void tk_main(int argc, char **argv);
 
 #endif
