@@ -2,7 +2,9 @@
 // Micro-benchmarks of the places where the time of a run goes: the fields of the scanner, the
 // conversion of numbers and the integration of transient signals.
 #include "compare/integration.h"
+#include "support/char_class.h"
 #include "support/number.h"
+#include "support/number_form.h"
 #include "support/punch_stream.h"
 #include "support/tk_buffer.h"
 
@@ -10,6 +12,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <string>
 #include <sys/mman.h>
 #include <vector>
@@ -20,13 +23,13 @@ namespace
 constexpr int kNumbers = 200000;
 constexpr int kGridIntervals = 1000;
 
-// Nine significant digits of growing numbers, as a simulator writes them.
-std::vector<std::string> number_texts()
+// Growing numbers with so many digits behind the point, as a simulator writes them.
+std::vector<std::string> number_texts(int decimals)
 {
     std::vector<std::string> texts;
     char text[32];
     for (int i = 0; i < kNumbers; ++i) {
-        std::snprintf(text, sizeof text, "%.8E", 1.23456789e-9 * (1.0 + 7e-4 * i));
+        std::snprintf(text, sizeof text, "%.*E", decimals, 1.23456789e-9 * (1.0 + 7e-4 * i));
         texts.emplace_back(text);
     }
     return texts;
@@ -43,7 +46,7 @@ std::string write_numbers()
         std::exit(1);
     }
     int column = 0;
-    for (const std::string &text : number_texts()) {
+    for (const std::string &text : number_texts(8)) {
         std::fprintf(file, "%s%s", column % 4 == 0 ? "\n+ " : " ", text.c_str());
         ++column;
     }
@@ -83,35 +86,82 @@ void scanner_number(benchmark::State &state)
     });
 }
 
+void scanner_numbers(benchmark::State &state)
+{
+    NumberColumns columns;
+    scan_file(state, [&columns](PunchStream &stream) {
+        double values[128];
+        const std::size_t count = tk_nxnumbers(stream, columns, values, 0, std::size(values));
+        if (count < std::size(values)) {
+            tk_nxfield(stream);
+        }
+        benchmark::DoNotOptimize(values);
+    });
+}
+
+void scanner_fields(benchmark::State &state)
+{
+    scan_file(state, [](PunchStream &stream) {
+        benchmark::DoNotOptimize(tk_skipPlainFields(stream));
+        tk_skipfield(stream);
+    });
+}
+
 void scanner_skip(benchmark::State &state)
 {
     scan_file(state, [](PunchStream &stream) { tk_skipfield(stream); });
 }
 
+// The argument is the number of digits behind the point.
 template <typename Convert> void convert_all(benchmark::State &state, Convert convert)
 {
-    const std::vector<std::string> texts = number_texts();
+    std::vector<std::string> texts = number_texts(static_cast<int>(state.range(0)));
+    for (std::string &text : texts) {
+        text.append(kReadAhead, ' ');
+    }
     for ([[maybe_unused]] auto iteration : state) {
         for (const std::string &text : texts) {
-            double value = 0.0;
-            convert(text, value);
-            benchmark::DoNotOptimize(value);
+            benchmark::DoNotOptimize(convert(text.c_str()));
         }
     }
     state.SetItemsProcessed(state.iterations() * kNumbers);
 }
 
+void number_guessed(benchmark::State &state)
+{
+    NumberForm form;
+    convert_all(state, [&form](const char *text) {
+        double value = 0.0;
+        NumberShape shape;
+        if (form.convert(text, value) == nullptr) {
+            fast_number(text, text + kReadAhead, value, shape);
+            form.was_wrong(shape);
+        }
+        return value;
+    });
+}
+
 void number_fast(benchmark::State &state)
 {
-    convert_all(state, [](const std::string &text, double &value) {
-        fast_number(text.data(), text.data() + text.size(), value);
+    convert_all(state, [](const char *text) {
+        double value = 0.0;
+        fast_number(text, text + kReadAhead, value);
+        return value;
+    });
+}
+
+void number_library(benchmark::State &state)
+{
+    convert_all(state, [](const char *text) {
+        double value = 0.0;
+        library_number(text, text + kReadAhead, value);
+        return value;
     });
 }
 
 void number_strtod(benchmark::State &state)
 {
-    convert_all(state,
-                [](const std::string &text, double &value) { value = std::strtod(text.c_str(), nullptr); });
+    convert_all(state, [](const char *text) { return std::strtod(text, nullptr); });
 }
 
 // The argument is the number of points: many to an interval of the grid, or few.
@@ -138,9 +188,13 @@ void integration(benchmark::State &state)
 
 BENCHMARK(scanner_field);
 BENCHMARK(scanner_number);
+BENCHMARK(scanner_numbers);
+BENCHMARK(scanner_fields);
 BENCHMARK(scanner_skip);
-BENCHMARK(number_fast);
-BENCHMARK(number_strtod);
+BENCHMARK(number_guessed)->Arg(8)->Arg(16);
+BENCHMARK(number_fast)->Arg(8)->Arg(16);
+BENCHMARK(number_library)->Arg(8)->Arg(16);
+BENCHMARK(number_strtod)->Arg(8)->Arg(16);
 BENCHMARK(integration)->Arg(500)->Arg(100000);
 
 } // namespace

@@ -112,7 +112,7 @@ static std::vector<std::string> walk(PunchSource &source, const std::string &tex
         double value = 0.0;
         int error = 0;
         if (fast && !values) {
-            told.resize(told.size() + tk_skipPlainFields());
+            told.resize(told.size() + (tk_eofflag ? 0 : tk_skipPlainFields(source.stream)));
             tk_skipfield(source.stream);
         } else if (!fast || !tk_nxnumber(source.stream, value)) {
             value = convert_number(tk_nxfield(source.stream).c_str(), error);

@@ -12,9 +12,8 @@ namespace
 {
 
 constexpr std::size_t kFirstRoom = 1024; // in points
-constexpr std::size_t kRangeStep = 512;  // in points: still in the nearest cache when the range is taken
 constexpr std::size_t kOwnMemory = std::size_t{1}
-                                   << 17; // values of a column that are handed over, not copied
+                                   << 17; // values: a column of so many is handed over, not copied
 
 double *resize(double *column, std::size_t values)
 {
@@ -36,30 +35,40 @@ const double *settle(double *&column, std::size_t count)
 
 } // namespace
 
-void PointColumns::pass_limit()
+void PointColumns::clear()
 {
-    widen_ranges();
-    const bool full = count_ == capacity_;
-    if (full) {
-        capacity_ = std::max(capacity_ * 2, kFirstRoom);
-    }
-    if (full || x_ == nullptr || val_ == nullptr) { // or handed over
-        x_ = resize(x_, capacity_);
-        val_ = resize(val_, capacity_);
-    }
-    limit_ = std::min(capacity_, count_ + kRangeStep);
+    count_ = 0;
+    x_range_ = y_range_ = ValueRange{};
 }
 
-void PointColumns::widen_ranges()
+void PointColumns::append(const double *values, std::size_t points)
 {
-    x_range_.widen(x_ + ranged_, count_ - ranged_);
-    y_range_.widen(val_ + ranged_, count_ - ranged_);
-    ranged_ = count_;
+    if (capacity_ - count_ < points || x_ == nullptr || val_ == nullptr) {
+        grow(points);
+    }
+    double *x = x_ + count_;
+    double *val = val_ + count_;
+    for (std::size_t i = 0; i < points; ++i) {
+        x[i] = values[2 * i];
+        val[i] = values[2 * i + 1];
+    }
+    x_range_.widen(x, points);
+    y_range_.widen(val, points);
+    count_ += points;
+}
+
+// Also makes columns again that were handed over.
+void PointColumns::grow(std::size_t points)
+{
+    if (capacity_ - count_ < points) {
+        capacity_ = std::max({capacity_ * 2, count_ + points, kFirstRoom});
+    }
+    x_ = resize(x_, capacity_);
+    val_ = resize(val_, capacity_);
 }
 
 void PointColumns::give_to(Wform &wform)
 {
-    widen_ranges();
     set_range(wform, x_range_, y_range_);
     set_count(wform, count_);
     if (count_ == 0) {

@@ -13,38 +13,22 @@ class PointColumns
 {
   public:
     // Begins a waveform.
-    void clear()
-    {
-        count_ = 0;
-        ranged_ = 0;
-        limit_ = 0;
-        x_range_ = y_range_ = ValueRange{};
-    }
+    void clear();
 
-    void append(double x, double val)
-    {
-        if (count_ == limit_) {
-            pass_limit();
-        }
-        x_[count_] = x;
-        val_[count_] = val;
-        ++count_;
-    }
+    // Appends points given as x, y, x, y ...
+    void append(const double *values, std::size_t points);
 
     // Gives a waveform its points, their count and their range. Its x column is that of the waveform before
     // if both are the same, byte by byte.
     void give_to(Wform &wform);
 
   private:
-    void pass_limit();
-    void widen_ranges();
+    void grow(std::size_t points);
 
     double *x_ = nullptr;
     double *val_ = nullptr;
     std::size_t capacity_ = 0;
     std::size_t count_ = 0;
-    std::size_t ranged_ = 0; // points that the ranges cover
-    std::size_t limit_ = 0;  // count at which the ranges lag behind far enough, or the room ends
     ValueRange x_range_;
     ValueRange y_range_;
     const double *last_x_ = nullptr; // column of the waveform before

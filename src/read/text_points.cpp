@@ -9,18 +9,15 @@
 namespace
 {
 
-// The next x. False when it ends the logical line: then it has no y and is dropped unconverted.
-bool next_x(PunchStream &stream, double &x)
+// The next field as a number. An x that ends the logical line has no y and is dropped unconverted.
+double next_value(PunchStream &stream, bool is_x)
 {
-    if (tk_nxnumber(stream, x)) {
-        return !tk_eolnflag;
+    double value = 0.0;
+    if (tk_nxnumber(stream, value)) {
+        return value;
     }
     tk_nxfield(stream);
-    if (tk_eolnflag) {
-        return false;
-    }
-    x = tk_atof(tk_field);
-    return true;
+    return is_x && tk_eolnflag ? 0.0 : tk_atof(tk_field);
 }
 
 void count_text_points(PunchStream &stream, Wform &wform)
@@ -32,7 +29,7 @@ void count_text_points(PunchStream &stream, Wform &wform)
             break;
         }
         if (!tk_eofflag) {
-            fields += tk_skipPlainFields();
+            fields += tk_skipPlainFields(stream);
         }
         tk_skipfield(stream);
         ++fields;
@@ -48,18 +45,31 @@ void read_text_points(PunchStream &stream, Wform &wform, const std::function<dou
         count_text_points(stream, wform);
         return;
     }
-    static PointColumns columns;
-    columns.clear();
-    double x = 0.0;
-    bool first = true;
-    while (!tk_eolnflag && !tk_eofflag) {
-        if (first) {
-            x = first_x();
-        } else if (!next_x(stream, x)) {
-            break;
-        }
-        first = false;
-        columns.append(x, next_number(stream));
+    if (tk_eolnflag || tk_eofflag) {
+        return;
     }
-    columns.give_to(wform);
+    constexpr std::size_t kRoom = 256;
+    static NumberColumns forms; // the signals of a file are alike
+    for (NumberForm &form : forms) {
+        form.begin_column();
+    }
+    static PointColumns points;
+    points.clear();
+    double values[kRoom] = {first_x()}; // x, y, x, y ...
+    std::size_t held = 1;
+    for (bool ended = false; !ended;) {
+        if (!tk_eofflag) {
+            held = tk_nxnumbers(stream, forms, values, held, kRoom);
+        }
+        if (held < kRoom) {
+            values[held] = next_value(stream, held % 2 == 0);
+            ++held;
+            ended = tk_eolnflag || (tk_eofflag && held % 2 == 0);
+        }
+        if (ended || held == kRoom) {
+            points.append(values, held / 2);
+            held = 0;
+        }
+    }
+    points.give_to(wform);
 }

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -85,53 +84,6 @@ inline const char *word_end(const char *text)
 #else
     return skip_ordinary(text);
 #endif
-}
-
-// Fields with only spaces between them.
-struct PlainFields {
-    std::size_t count;
-    const char *last; // the last one
-};
-
-// Finds the fields that begin in [text, end) in front of the first character that may mean something
-// else: a tab, a separator, a bracket ... Only the last of them may have such a character in it. Finds
-// none without the instructions for it. Reads beyond the end, as word_end does.
-inline PlainFields plain_fields(const char *text, const char *end)
-{
-    PlainFields fields{0, nullptr};
-#ifdef __SSE2__
-    static_assert(kReadAhead == 64, "a bit for each of the characters");
-    std::uint64_t in_field = 0; // 1 if the character in front is part of a field
-    for (bool goes_on = true; goes_on && text < end; text += kReadAhead) {
-        std::uint64_t specials = 0;
-        std::uint64_t spaces = 0;
-        for (std::size_t i = 0; i < kReadAhead; i += sizeof(__m128i)) {
-            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(text + i));
-            const __m128i space = _mm_cmpeq_epi8(bytes, _mm_set1_epi8(' '));
-            const int special = _mm_movemask_epi8(_mm_andnot_si128(space, maybe_special(bytes)));
-            specials |= std::uint64_t{static_cast<unsigned>(special)} << i;
-            spaces |= std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(space))} << i;
-        }
-        const std::ptrdiff_t left = end - text;
-        std::uint64_t inside = left < 64 ? (std::uint64_t{1} << left) - 1 : ~std::uint64_t{0};
-        specials &= inside;
-        if (specials != 0) {
-            inside = (specials & -specials) - 1; // the characters in front of the first
-            goes_on = false;
-        }
-        const std::uint64_t ordinary = ~spaces & inside;
-        const std::uint64_t starts = ordinary & ~(ordinary << 1 | in_field);
-        if (starts != 0) {
-            fields.count += static_cast<std::size_t>(__builtin_popcountll(starts));
-            fields.last = text + (63 - __builtin_clzll(starts));
-        }
-        in_field = ordinary >> 63;
-    }
-#else
-    static_cast<void>(text);
-    static_cast<void>(end);
-#endif
-    return fields;
 }
 
 #endif

@@ -2,6 +2,8 @@
 #include "support/tk_buffer.h"
 
 #include "support/number.h"
+#include "support/number_form.h"
+#include "support/plain_fields.h"
 #include "support/signal_scanner.h"
 #include "support/slab.h"
 
@@ -63,6 +65,13 @@ struct ByteFinder {
     }
 };
 
+// The lines of the window that are complete and have no byte 255: entering them sets no flag.
+struct WholeLines {
+    std::int64_t known_to = -1; // file offset of the window's end they were found for
+    std::int64_t end = 0;       // file offset behind the last of them
+};
+
+WholeLines whole_lines;
 ByteFinder nul_finder{'\0'};
 ByteFinder end_byte_finder{static_cast<char>(kEndOfFileByte)};
 
@@ -133,6 +142,31 @@ void take_line(PunchStream &stream)
     reach_end();
 }
 
+// The end of the whole lines in the window, at least of the current one.
+const char *whole_lines_end(const PunchStream &stream)
+{
+    const std::int64_t window_end = stream.base + static_cast<std::int64_t>(stream.size);
+    if (whole_lines.known_to != window_end || whole_lines.end <= tk_BUFoffset) {
+        const std::size_t end = end_byte_finder.find(stream, stream.position, stream.size);
+        const void *feed = memrchr(stream.window + stream.position, '\n', end - stream.position);
+        whole_lines.known_to = window_end;
+        whole_lines.end = feed == nullptr
+                              ? stream_tell(stream)
+                              : stream.base + (static_cast<const char *>(feed) - stream.window) + 1;
+    }
+    return stream.window + (whole_lines.end - stream.base);
+}
+
+// Goes on at text in the whole line that begins at line; the current line if that is null.
+void enter_line(PunchStream &stream, const char *line, const char *text)
+{
+    if (line != nullptr) {
+        stream.position = static_cast<std::size_t>(line - stream.window);
+        take_line(stream);
+    }
+    tk_BUFindex = static_cast<std::size_t>(text - tk_BUF);
+}
+
 bool only_spaces(const char *text)
 {
     while (*text == ' ') {
@@ -165,6 +199,46 @@ void finish_field(PunchStream &stream)
     if (class_of(*next) == LINE_END) {
         tk_continueLine(stream, false);
     }
+}
+
+// The field behind another one that ends at text, if there are only spaces between them and perhaps the
+// beginning of a continuation line in front of lines_end, which then becomes line. Null for all else.
+const char *next_plain_field(const char *text, const char *lines_end, const char *&line)
+{
+    const char *new_line = line;
+    for (;;) {
+        while (*text == ' ') {
+            ++text;
+        }
+        if (*text != '\n') {
+            break;
+        }
+        new_line = ++text;
+        if (text >= lines_end || *text != '+') {
+            return nullptr;
+        }
+        ++text;
+    }
+    if (class_of(*text) != ORDINARY) {
+        return nullptr;
+    }
+    line = new_line;
+    return text;
+}
+
+// Converts the number at text, which goes no further than line_end, where its form was not as guessed.
+// Returns the character behind it, or null if it is no number for the fast path.
+const char *unguessed_number(NumberForm &form, const char *text, const char *line_end, double &value)
+{
+    NumberShape shape;
+    const char *end = fast_number(text, line_end, value, shape);
+    if (end == nullptr || class_of(*end) == ORDINARY) {
+        return nullptr;
+    }
+    if (form.is_promising()) {
+        form.was_wrong(shape);
+    }
+    return end;
 }
 
 void append_upper(const char *begin, const char *end)
@@ -219,6 +293,7 @@ void tk_BUFinit(PunchStream &stream)
     at_end = false;
     past_end = false;
     tk_splitting_bus = 0;
+    whole_lines = WholeLines{};
     nul_finder = ByteFinder{'\0'};
     end_byte_finder = ByteFinder{static_cast<char>(kEndOfFileByte)};
     tk_BUFreadLine(stream);
@@ -306,6 +381,44 @@ bool tk_nxnumber(PunchStream &stream, double &value)
     return true;
 }
 
+std::size_t tk_nxnumbers(PunchStream &stream, NumberColumns &columns, double *values, std::size_t begin,
+                         std::size_t end)
+{
+    if (tk_currentClass() != ORDINARY) {
+        return begin;
+    }
+    const char *const lines_end = whole_lines_end(stream);
+    const char *line = nullptr; // the line being read unless it is the current one
+    const char *line_end = tk_BUF + tk_BUFlength;
+    const char *text = tk_BUF + tk_BUFindex;
+    NumberForm *form = &columns[begin % 2];
+    NumberForm *other = &columns[1 - begin % 2];
+    for (; begin != end; ++begin) {
+        const char *behind = form->is_promising() ? form->convert(text, values[begin]) : nullptr;
+        if (behind != nullptr && class_of(*behind) != ORDINARY) {
+            form->was_right();
+        } else {
+            behind = unguessed_number(*form, text, line_end, values[begin]);
+            if (behind == nullptr) {
+                break;
+            }
+        }
+        std::swap(form, other);
+        if (behind[0] == ' ' && class_of(behind[1]) == ORDINARY) {
+            text = behind + 1;
+            continue;
+        }
+        behind = next_plain_field(behind, lines_end, line);
+        if (behind == nullptr) {
+            break;
+        }
+        text = behind;
+        line_end = line == nullptr ? line_end : lines_end;
+    }
+    enter_line(stream, line, text);
+    return begin;
+}
+
 void tk_dropfields(PunchStream &stream, int count)
 {
     for (int i = 0; i < count; ++i) {
@@ -328,13 +441,18 @@ void tk_skipfield(PunchStream &stream)
     finish_field(stream);
 }
 
-std::size_t tk_skipPlainFields()
+std::size_t tk_skipPlainFields(PunchStream &stream)
 {
-    const PlainFields fields = plain_fields(tk_BUF + tk_BUFindex, tk_BUF + tk_BUFlength);
+    if (tk_currentClass() != ORDINARY) { // a separator or the end of a line: an empty field
+        return 0;
+    }
+    const char *text = tk_BUF + tk_BUFindex;
+    const PlainFields fields = plain_fields(text, whole_lines_end(stream));
     if (fields.count < 2) {
         return 0;
     }
-    tk_BUFindex = static_cast<std::size_t>(fields.last - tk_BUF);
+    const void *feed = memrchr(text, '\n', static_cast<std::size_t>(fields.last - text));
+    enter_line(stream, feed == nullptr ? nullptr : static_cast<const char *>(feed) + 1, fields.last);
     return fields.count - 1;
 }
 

@@ -13,8 +13,10 @@
 #define TRESK_SUPPORT_TK_BUFFER_H
 
 #include "support/char_class.h"
+#include "support/number_form.h"
 #include "support/punch_stream.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -66,15 +68,26 @@ const std::string &tk_nxfield(PunchStream &stream);
 // was, for tk_nxfield and the checked conversion to decide.
 bool tk_nxnumber(PunchStream &stream, double &value);
 
+// The columns of the numbers of a table, taken in turn: x and y.
+using NumberColumns = std::array<NumberForm, 2>;
+
+// Takes numbers that are each followed by another field, with only spaces or the beginning of a continuation
+// line between them, as values[begin] up to values[end - 1] at most; values[i] is of the column i % 2.
+// Returns the index behind the last of them, which is begin where tk_nxnumber must decide. Not to be called
+// with tk_eofflag set.
+std::size_t tk_nxnumbers(PunchStream &stream, NumberColumns &columns, double *values, std::size_t begin,
+                         std::size_t end);
+
 // Takes count fields and keeps the last one only.
 void tk_dropfields(PunchStream &stream, int count);
 
 // Steps over the next field without handing it out in tk_field.
 void tk_skipfield(PunchStream &stream);
 
-// From the beginning of a field: steps over fields of the current line, many at a time, as long as they
-// are plain and not the last. Returns their number, which may be 0 anywhere.
-std::size_t tk_skipPlainFields();
+// From the beginning of a field: steps over fields of the current line and its continuation lines, many at
+// a time, as long as they are plain and not the last. Returns their number, which may be 0 anywhere. Not to
+// be called with tk_eofflag set.
+std::size_t tk_skipPlainFields(PunchStream &stream);
 
 // The raw text up to the next space. Uses up the line it ends.
 const std::string &tk_nxString(PunchStream &stream);
