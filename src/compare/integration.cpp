@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "compare/integration.h"
 
+#include "support/real.h"
 #include "support/settings.h"
 #include "support/transcript.h"
 
@@ -40,9 +41,28 @@ struct Grid {
     }
 };
 
-double trapezoid(double x0, double y0, double x1, double y1)
+double trapezoid(const PT &from, const PT &to)
 {
-    return (x1 - x0) * (y0 + (y1 - y0) * 0.5);
+    const QuickReal height = (QuickReal(to.val) - QuickReal(from.val)) * QuickReal(0.5) + QuickReal(from.val);
+    return static_cast<double>(height * (QuickReal(to.x) - QuickReal(from.x)));
+}
+
+void add(double &area, double piece)
+{
+    area = static_cast<double>(QuickReal(area) + QuickReal(piece));
+}
+
+QuickReal slope_between(const PT &from, const PT &to)
+{
+    return (QuickReal(to.val) - QuickReal(from.val)) / (QuickReal(to.x) - QuickReal(from.x));
+}
+
+// The place of a boundary and the value there, on a line through a point.
+PT point_at(int boundary, double dx, const PT &from, QuickReal slope)
+{
+    const QuickReal x = QuickReal(boundary) * QuickReal(dx);
+    const QuickReal y = QuickReal(from.val) + slope * (x - QuickReal(from.x));
+    return {static_cast<double>(x), static_cast<double>(y), nullptr};
 }
 
 void trace_same(double piece, const PT &from, const PT &to, int entry)
@@ -52,13 +72,13 @@ void trace_same(double piece, const PT &from, const PT &to, int entry)
 }
 
 // Traces a piece that ends at a boundary; the last one of a crossing is the left part of two.
-void trace_boundary(double piece, const PT &from, double x, double y, int boundary, int left, int right)
+void trace_boundary(double piece, const PT &from, const PT &to, int boundary, int left, int right)
 {
     if (boundary < right) {
         transcript_printf("i = %d,  left_index = %d,  right_index = %d\n", boundary, left, right);
     }
     transcript_printf("%s = %g,  xold = %g,  xmid = %g,  yold = %g,  ymid = %g,  index = %d\n",
-                      boundary < right ? "a" : "leftarea", piece, from.x, x, from.val, y, boundary);
+                      boundary < right ? "a" : "leftarea", piece, from.x, to.x, from.val, to.val, boundary);
 }
 
 void trace_right(double piece, const PT &from, const PT &to, int entry)
@@ -71,21 +91,19 @@ void trace_right(double piece, const PT &from, const PT &to, int entry)
 // the grid are not walked.
 void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int right)
 {
-    const double slope = (to.val - from.val) / (to.x - from.x);
+    const QuickReal slope = slope_between(from, to);
     PT start = from;
     for (int boundary = std::max(left + 1, 0); boundary <= right; ++boundary) {
-        const double x = boundary * grid.dx;
-        const double y = (x - start.x) * slope + start.val;
-        const double piece = trapezoid(start.x, start.val, x, y);
-        grid.at(boundary) += piece;
+        const PT end = point_at(boundary, grid.dx, start, slope);
+        const double piece = trapezoid(start, end);
+        add(grid.at(boundary), piece);
         if (debugging(DEBUG_INTEGRATION)) {
-            trace_boundary(piece, start, x, y, boundary, left, right);
+            trace_boundary(piece, start, end, boundary, left, right);
         }
-        start.x = x;
-        start.val = y;
+        start = end;
     }
-    const double piece = trapezoid(start.x, start.val, to.x, to.val);
-    grid.at(right + 1) += piece;
+    const double piece = trapezoid(start, to);
+    add(grid.at(right + 1), piece);
     if (debugging(DEBUG_INTEGRATION)) {
         trace_right(piece, start, to, right + 1);
     }
@@ -105,8 +123,8 @@ void integrate(const PT *points, const Grid &grid)
             continue; // time went backwards
         }
         if (right == left) {
-            const double piece = trapezoid(from.x, from.val, to->x, to->val);
-            area += piece;
+            const double piece = trapezoid(from, *to);
+            add(area, piece);
             if (trace) {
                 trace_same(piece, from, *to, left + 1);
             }
@@ -132,16 +150,15 @@ void integrate_running(const PT *points, const Grid &grid)
         if (to->x == from.x) {
             continue;
         }
-        const double slope = (to->val - from.val) / (to->x - from.x);
+        const QuickReal slope = slope_between(from, *to);
         for (; boundary <= grid.ndiv && boundary * grid.dx <= to->x; ++boundary) {
-            const double x = boundary * grid.dx;
-            const double y = (x - from.x) * slope + from.val;
-            grid.area[boundary - 1] = running + trapezoid(from.x, from.val, x, y);
+            const PT end = point_at(boundary, grid.dx, from, slope);
+            add(running, trapezoid(from, end));
+            grid.area[boundary - 1] = running;
             running = 0.0;
-            from.x = x;
-            from.val = y;
+            from = end;
         }
-        running += trapezoid(from.x, from.val, to->x, to->val);
+        add(running, trapezoid(from, *to));
         from = *to;
     }
 }

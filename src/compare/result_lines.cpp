@@ -3,6 +3,7 @@
 
 #include "compare/compare_state.h"
 #include "read/read_state.h"
+#include "support/real.h"
 #include "support/transcript.h"
 
 #include <algorithm>
@@ -142,7 +143,7 @@ void print_error_columns(const char *gap, double abserr, double relerr, const ch
     transcript_puts(")");
     transcript_puts(gap);
     transcript_puts("[");
-    transcript_put_error(relerr * abserr);
+    transcript_put_error(static_cast<double>(Real(relerr) * Real(abserr)));
     transcript_puts("] ");
     transcript_puts(marker);
     transcript_puts("\n");
