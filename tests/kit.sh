@@ -104,10 +104,11 @@ bash | fish)
     need "$piece"
     share=$prefix/share
     bash_offers='. "$0"; COMP_WORDS=(tresk "$@") COMP_CWORD=$#; _tresk; printf "%s\n" "${COMPREPLY[@]}"'
+    fish_offers='source $argv[1]; complete -C $argv[2]'
     offers() { # <expected words, joined by blanks> <word>...
         case $piece in
         bash) ends_with 0 bash -c "$bash_offers" "$share/bash-completion/completions/tresk" "${@:2}" ;;
-        fish) ends_with 0 fish -c "source $share/fish/vendor_completions.d/tresk.fish; complete -C 'tresk ${*:2}'" ;;
+        fish) ends_with 0 fish -c "$fish_offers" "$share/fish/vendor_completions.d/tresk.fish" "tresk ${*:2}" ;;
         esac
         [ "$(cut -f 1 output | LC_ALL=C sort | xargs)" = "$1" ] || { cat output; exit 1; }
     }
