@@ -26,7 +26,7 @@ install(DIRECTORY contrib/harness/ DESTINATION ${harness_dir}
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL)
 install(DIRECTORY docs samples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
-if(NOT PROJECT_IS_TOP_LEVEL)
+if(NOT is_top_level)
     return()
 endif()
 

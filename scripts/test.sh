@@ -8,7 +8,8 @@ jobs=$(nproc)
 werror=OFF
 [ "${CI:-}" != true ] || werror=ON
 
-scripts/setup.sh
+scripts/setup.sh googletest
 cmake -S . -B "$build" -DTRESK_BUILD_TESTS=ON -DTRESK_WERROR=$werror "$@"
 cmake --build "$build" --parallel "$jobs"
-ctest --test-dir "$build" --output-on-failure --no-tests=error --no-label-summary --parallel "$jobs"
+cd "$build"
+ctest --output-on-failure --no-tests=error --no-label-summary --parallel "$jobs"

@@ -21,7 +21,7 @@ in_root() {
         unshare --pid --fork --mount-proc --root="$root/debian" "$@"
 }
 in_root dpkg --install "/opt/$(basename "$1")"
-for piece in shell make ctest parallel slurm bash fish man format; do
+for piece in shell make ctest parallel slurm bash fish zsh man format; do
     echo "kit: $piece"
     in_root /opt/kit.sh /usr /opt/kit $piece # also fails when it would be skipped
 done

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 # Run by CPack on the staged files. Puts what Debian wants in another place or form than the install has it.
+cmake_minimum_required(VERSION 3.19)
 set(readable OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 set(passable ${readable} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
 
