@@ -35,6 +35,10 @@ add_custom_target(uninstall
         -P ${CMAKE_CURRENT_LIST_DIR}/uninstall.cmake
     VERBATIM)
 
+if(CMAKE_VERSION VERSION_LESS 3.19)
+    return() # CPack would leave out the script below without a word
+endif()
+
 # The version is that of the transcript's banner and stays; releases differ in the revision.
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS cmake/debian/changelog)
 file(STRINGS cmake/debian/changelog package_revision LIMIT_COUNT 1 REGEX "^tresk \\(${PROJECT_VERSION}-[0-9]+\\)")

@@ -29,6 +29,7 @@ extern "C" int(fegetround)() noexcept
     return FE_TONEAREST;
 }
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the other one is the library's
 extern "C" int(fesetround)(int mode) noexcept
 {
     return mode == FE_TONEAREST ? 0 : 1;
