@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Installs what the build needs and this machine lacks, or says what to install. Arguments name more:
-# googletest, or commands, each in the Debian package of the same name.
+# googletest, or commands, each in the Debian package of the same name, or as PACKAGE:COMMAND.
 set -eu
 
 need() { # <Debian package> <command that succeeds when it is there>...
@@ -25,7 +25,7 @@ find_missing() {
     for tool; do
         case $tool in
         googletest) need libgtest-dev has_googletest ;;
-        *) need "$tool" command -v "$tool" ;;
+        *) need "${tool%:*}" command -v "${tool#*:}" ;;
         esac
     done
 }

@@ -13,8 +13,8 @@ cp samples/halfwave/golden.pun "$root/empty"
 chroot "$root/empty" /tresk golden.pun golden.pun
 
 for release in "$VERSION_CODENAME" $next_release; do
-    tools=man-db,bash-completion,cmake,fish,make,parallel,zsh
-    pieces=(shell make ctest parallel slurm bash fish zsh man format)
+    tools=man-db,bash-completion,cmake,fish,make,parallel,zsh,zstd
+    pieces=(shell make ctest check tree resume refused bash fish zsh man format)
     [ "$release" = "$VERSION_CODENAME" ] || tools=man-db pieces=(shell man format)
     make_root "$release" "$root/$release" --variant=essential --include=$tools
     cp tests/kit.sh "$1" "$root/$release/opt"

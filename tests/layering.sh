@@ -1,7 +1,8 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Fails when an include of a source folder points upwards (support <- read <- compare <- driver) or is
-# not written from that folder. Usage: layering.sh <source folder>
+# not written from that folder, or when a comparator or the walk over reruns and modifies writes to the
+# transcript itself. Usage: layering.sh <source folder>
 cd "$1" || exit 2
 status=0
 
@@ -14,4 +15,11 @@ may_include support 'support'
 may_include read 'support|read'
 may_include compare 'support|read|compare'
 may_include driver 'support|read|compare|driver'
+
+# Findings are printed where listeners hear of them.
+if grep -nE 'transcript_|printf|puts' compare/* driver/tk_rerun.* driver/tk_modify.* driver/number_index.h |
+    grep -vE '^compare/[a-z]+_lines\.(cpp|h):'; then
+    echo 'printed elsewhere than in compare/*_lines'
+    status=1
+fi
 exit $status

@@ -2,15 +2,20 @@
 #include "read/codes.h"
 #include "read/index_file.h"
 #include "read/index_table.h"
+#include "read/look_ahead.h"
 #include "read/waveform_reader.h"
+#include "support/number.h"
 #include "support/settings.h"
-#include "support/tk_buffer.h"
+#include "support/signal_scanner.h"
 
 #include "test_support.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <random>
 #include <tuple>
+
+using namespace std::string_literals;
 
 // One way to store values, and test data stored that way.
 struct Layout {
@@ -101,6 +106,63 @@ TEST(BinaryData, BlocksMarksAndTails)
         for (const auto &c : cases_of("tail")) {
             EXPECT_EQ(read_signal(layout, point + end + c[0]), std::tuple(1, 1, c[1])) << c[0];
         }
+    }
+}
+
+// What is looked for, 'p' the second name PWL, 'd' DELAY and no PWL field, 'f' a data format: by looking
+// ahead, or by plainly reading on.
+static bool is_ahead(char what, PunchStream &stream, bool quick)
+{
+    if (quick) {
+        return what == 'p'   ? tk_lookAheadForPwl(stream)
+               : what == 'd' ? tk_lookAheadForDelay(stream)
+                             : tk_lookAheadForFormat(stream);
+    }
+    const std::string name = tk_nxsignal(stream);
+    return what == 'p'   ? !tk_eolnflag && tk_nxsignal(stream) == "PWL"
+           : what == 'd' ? name == "DELAY" && tk_nxfield(stream) != "PWL"
+                         : format_of_word(name.c_str()) != NO_DATA;
+}
+
+// From each field of a text on: the answer, and what is left of a bus range as text and as number.
+static std::string look_ahead(PunchSource &source, const std::string &text, std::mt19937 random, bool quick)
+{
+    source.open(text);
+    tk_BUFinit(source.stream);
+    std::string answers;
+    for (int limit = 200; limit > 0 && !tk_eofflag; --limit) {
+        const char what = random() % 3 == 0 && !tk_splitting_bus ? "df"[random() % 2] : 'p';
+        tk_BUFmark(source.stream);
+        answers += is_ahead(what, source.stream, quick) ? "1" : "0";
+        tk_BUFrestore(source.stream);
+        BusElement element;
+        if (random() % 2 == 0 && tk_splitting_bus) {
+            const std::string left = quick && tk_nxelement(element) ? tk_elementText(source.stream, element)
+                                                                    : tk_nxsignal(source.stream);
+            int error = 0;
+            const double number =
+                quick ? tk_elementNumber(source.stream, element, error) : convert_number(left.c_str(), error);
+            answers += left + std::to_string(number) + std::to_string(error) + (tk_eolnflag ? "|" : "");
+        }
+        tk_nxfield(source.stream);
+    }
+    return answers;
+}
+
+TEST(LookAhead, SeesWhatReadingOnGives)
+{
+    const std::vector<std::string> pieces = {
+        "A ", "B",    " PWL ", "PWM", "(",  "(",   "[", ")", "]", ":",      "0:2", "12", " ",      "\n",
+        "\n", "\n+ ", "\n* ",  "&",   "& ", "&\n", "=", ",", "#", "DELAY ", "PW",  "L",  "BINARY", "\0"s};
+    std::mt19937 random(20261121);
+    PunchSource source("");
+    for (int round = 0; round < 8000; ++round) {
+        std::string soup;
+        for (std::size_t length = random() % 60; length > 0; --length) {
+            soup += pieces[random() % pieces.size()];
+        }
+        const std::mt19937 choices(random());
+        ASSERT_EQ(look_ahead(source, soup, choices, true), look_ahead(source, soup, choices, false)) << soup;
     }
 }
 

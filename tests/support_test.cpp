@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/memory.h"
 #include "support/number.h"
-#include "support/tk_buffer.h"
+#include "support/signal_scanner.h"
 
 #include "test_support.h"
 
@@ -147,45 +147,6 @@ TEST(Scanner, FastWaysEndWhereTheFieldCallDoes)
                 ASSERT_TRUE(fast[i].empty() || fast[i] == plain[i]) << soup << "\n" << i;
             }
         }
-    }
-}
-
-// From each field of a text on: whether the second signal name is PWL, and the element of a bus range
-// that looking ahead for it left pending. The quick way may know the answer from an earlier field.
-static std::string look_ahead(PunchSource &source, const std::string &text, bool quick)
-{
-    source.open(text);
-    tk_BUFinit(source.stream);
-    std::string told;
-    for (int limit = 200; limit > 0 && !tk_eofflag; --limit) {
-        tk_BUFmark(source.stream);
-        bool found = false;
-        if (quick) {
-            found = tk_lookAheadForPwl(source.stream);
-        } else {
-            tk_nxsignal(source.stream);
-            found = !tk_eolnflag && tk_nxsignal(source.stream) == "PWL";
-        }
-        tk_BUFrestore(source.stream);
-        told += std::to_string(found) + " " + (tk_splitting_bus ? tk_nxsignal(source.stream) : "-") + "\n";
-        tk_nxfield(source.stream);
-    }
-    return told;
-}
-
-TEST(Scanner, LookingAheadRemembersRightly)
-{
-    const std::vector<std::string> pieces = {"A ",   "B",    " PWL ", "PWM", "(", "(", ")",  "[",
-                                             "]",    ":",    "0:2",   "1",   " ", " ", "\n", "\n",
-                                             "\n+ ", "\n* ", "&",     "&\n", "=", ",", "\0"s};
-    std::mt19937 random(20261121);
-    PunchSource source("");
-    for (int round = 0; round < 6000; ++round) {
-        std::string soup;
-        for (std::size_t length = random() % 60; length > 0; --length) {
-            soup += pieces[random() % pieces.size()];
-        }
-        ASSERT_EQ(look_ahead(source, soup, true), look_ahead(source, soup, false)) << soup;
     }
 }
 

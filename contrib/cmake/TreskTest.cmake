@@ -1,14 +1,34 @@
 # SPDX-License-Identifier: MIT
-# tresk_add_test(NAME <name> GOLDEN <file> REGRESSION <file> [ARGS <option>...] [ACCEPT <grade>...])
+# tresk_add_test(NAME <name> GOLDEN <file> REGRESSION <file> [TABLE <file>] [ARGS <option>...]
+#                [ACCEPT <grade>...])
 #
-# Adds a CTest test that compares two punch files. It passes when the exit grade is one of ACCEPT, 0 to
-# 5, which is 0 alone by default. The output of the test is the transcript.
-# A relative GOLDEN is taken from the source folder, a relative REGRESSION from the binary folder.
+# Adds a CTest test that compares two punch files, which may be compressed (*.gz, *.zst). It passes when the
+# grade is one of ACCEPT, numbers or names, which is PASS alone by default; NO_DATA accepts that there was
+# nothing to compare. The output of the test is the transcript.
+# A relative GOLDEN or TABLE is taken from the source folder, a relative REGRESSION from the binary folder.
+# TABLE adds the options that it has for the golden file's path, seen from the folder of the table.
 #
-# CTest judges by the result line, not by the exit code: a run that ends without a grade (out of memory,
-# a fatal fault of a file) leaves an exit code that would be one.
+# The kit's tresk-check runs tresk and judges the transcript: an exit code may be that of a run that died, and
+# the grade that of two files that could not be read.
+
+# Checks a table and options while the tests are configured, each set once.
+function(tresk_check_options table)
+    get_property(checked GLOBAL PROPERTY tresk_checked_options)
+    string(SHA1 key "${table} ${ARGN}")
+    if(key IN_LIST checked)
+        return()
+    endif()
+    execute_process(COMMAND ${CMAKE_COMMAND} -E echo
+        COMMAND "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../../tresk/harness/tresk-options" "${table}" ${ARGN}
+        OUTPUT_QUIET ERROR_VARIABLE complaint RESULT_VARIABLE result)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "tresk_add_test: ${complaint}")
+    endif()
+    set_property(GLOBAL APPEND PROPERTY tresk_checked_options ${key})
+endfunction()
+
 function(tresk_add_test)
-    cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME;GOLDEN;REGRESSION" "ARGS;ACCEPT")
+    cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME;GOLDEN;REGRESSION;TABLE" "ARGS;ACCEPT")
     foreach(needed NAME GOLDEN REGRESSION)
         if("${arg_${needed}}" STREQUAL "")
             message(FATAL_ERROR "tresk_add_test: ${needed} is missing")
@@ -20,22 +40,30 @@ function(tresk_add_test)
     if(NOT DEFINED arg_ACCEPT)
         set(arg_ACCEPT 0)
     endif()
-
-    set(words PASS FAIL_I FAIL_PV FAIL_V FAIL_PSV FAIL_SV)
-    set(accepted)
     foreach(grade IN LISTS arg_ACCEPT)
-        if(NOT grade MATCHES "^[0-5]$")
+        if(NOT grade MATCHES "^([0-5]|PASS|FAIL_(I|PV|V|PSV|SV)|NO_DATA)$")
             message(FATAL_ERROR "tresk_add_test: no grade: ${grade}")
         endif()
-        list(GET words ${grade} word)
-        list(APPEND accepted ${word})
     endforeach()
-    list(JOIN accepted "|" accepted)
+    list(JOIN arg_ACCEPT " " accepted)
 
-    get_filename_component(golden ${arg_GOLDEN} ABSOLUTE)
-    get_filename_component(regression ${arg_REGRESSION} ABSOLUTE BASE_DIR ${CMAKE_CURRENT_BINARY_DIR})
-    add_test(NAME ${arg_NAME} COMMAND Tresk::tresk ${arg_ARGS} ${golden} ${regression})
-    # Behind the word there is no capital letter up to the end of the transcript.
-    set_tests_properties(${arg_NAME} PROPERTIES
-        PASS_REGULAR_EXPRESSION "Comparison result:  (${accepted})[^A-Z_]*$")
+    get_filename_component(golden "${arg_GOLDEN}" ABSOLUTE)
+    get_filename_component(regression "${arg_REGRESSION}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_BINARY_DIR}")
+    set(table)
+    set(look_up)
+    if(DEFINED arg_TABLE)
+        get_filename_component(table "${arg_TABLE}" ABSOLUTE)
+        get_filename_component(folder "${table}" DIRECTORY)
+        file(RELATIVE_PATH path "${folder}" "${golden}")
+        string(REGEX REPLACE "\\.(gz|zst)$" "" path "${path}")
+        foreach(argument "-o${table}" "-n${path}")
+            string(REPLACE ";" "\\;" argument "${argument}")
+            list(APPEND look_up "${argument}")
+        endforeach()
+    endif()
+    tresk_check_options("${table}" ${arg_ARGS})
+    add_test(NAME "${arg_NAME}"
+        COMMAND ${CMAKE_COMMAND} -E env "TRESK=$<TARGET_FILE:Tresk::tresk>"
+            "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../../tresk/harness/tresk-check"
+            -A "${accepted}" ${look_up} "${golden}" "${regression}" ${arg_ARGS})
 endfunction()

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "compare/fourier_compare.h"
 
+#include "compare/difference_lines.h"
 #include "compare/phase.h"
-#include "compare/tolerance.h"
-#include "compare/unit_check.h"
+#include "compare/result_lines.h"
 #include "compare/waveform_section.h"
-#include "support/transcript.h"
+#include "support/settings.h"
 
 #include <algorithm>
-#include <string>
+#include <cmath>
 #include <string_view>
 
 namespace
@@ -21,55 +21,47 @@ bool is_phase(const Wform &wform)
     return name.size() >= kSuffix.size() && name.substr(name.size() - kSuffix.size()) == kSuffix;
 }
 
-double coefficient_error(double ref, double cmp, bool phase)
-{
-    if (!phase) {
-        return std::fabs(ref - cmp);
-    }
-    const double distance = wrapped_distance(ref, cmp);
-    return std::min(distance, 360.0 - distance);
-}
+// A level at the absolute threshold makes default checking judge absolutely.
+struct CoefficientRule {
+    bool phase;
 
-unsigned check_signal(const Wform &ref, const Wform &cmp)
-{
-    unsigned bits = 0;
-    if (!desert) {
-        bits |= check_units(kFourierXUnits, FOUR, ref.name, ref.xunits, cmp.xunits);
-        bits |= check_units(kWaveformYUnits, FOUR, ref.name, ref.yunits, cmp.yunits);
+    static double level(double, double)
+    {
+        return glAbstol;
     }
-    // Raises no bit by itself: the surplus coefficients do.
-    if (ref.numpts != cmp.numpts) {
-        print_tk_header(FOUR);
-        transcript_printf("Wrong number of coefficients for signal %s.\n", ref.name);
-        print_both_files(std::to_string(ref.numpts).c_str(), std::to_string(cmp.numpts).c_str());
+    double error(double ref, double cmp) const
+    {
+        if (!phase) {
+            return std::fabs(ref - cmp);
+        }
+        // Kept: below 0 where one phase is infinite (docs/verdict.md, "Fourier results, poles and zeros").
+        const double distance = wrapped_distance(ref, cmp);
+        return std::min(distance, 360.0 - distance);
     }
-    return bits;
-}
+};
 
 SignalFindings compare_pair(const Wform &ref, const Wform &cmp)
 {
     SignalFindings findings;
-    findings.bits = check_signal(ref, cmp);
-    const bool phase = is_phase(ref);
-    const PT *r = ref.pts;
-    const PT *c = cmp.pts;
-    for (int coefficient = 1; r != nullptr && c != nullptr; r = r->next, c = c->next, ++coefficient) {
-        const double abserr = coefficient_error(r->val, c->val, phase);
-        report_negative_error(abserr);
-        const double relerr = relative_error(abserr, r->val);
-        const char *marker = nullptr;
-        if (test_error_thresholds(glAbstol, abserr, relerr, &marker) == PASSES) {
-            continue;
+    if (!desert) {
+        findings.bits |= check_units(kFourierXUnits, FOUR, ref.name, ref.xunits, cmp.xunits);
+        findings.bits |= check_units(kWaveformYUnits, FOUR, ref.name, ref.yunits, cmp.yunits);
+    }
+    findings.bits |= report_coefficient_count(ref, cmp);
+    int position = 0;
+    const auto report = [&](const PT &ref_point, const PT &cmp_point, const Judged &judged) {
+        ++position;
+        if (judged.abserr < 0.0) {
+            findings.bits |= report_negative_error(ref, cmp, FOUR, judged.abserr);
         }
-        print_tk_header(FOUR);
-        print_name_column(ref.name, 3);
-        transcript_printf(" %2d   %9.3e  ", coefficient, r->x);
-        print_error_columns(" ", abserr, relerr, marker);
-        ++findings.fails;
-    }
-    if (r != nullptr || c != nullptr) {
-        findings.bits |= EXIT_ANALYSES;
-    }
+        if (goes_unreported(judged)) {
+            return;
+        }
+        const unsigned bits = report_coefficient(ref, cmp, ref_point, cmp_point, position, judged);
+        findings.bits |= bits;
+        findings.fails += bits != 0 ? 1 : 0;
+    };
+    walk_points(ref.pts, cmp.pts, CoefficientRule{is_phase(ref)}, report);
     return findings;
 }
 
@@ -78,4 +70,9 @@ SignalFindings compare_pair(const Wform &ref, const Wform &cmp)
 unsigned four_compare(Wform *ref, Wform *cmp)
 {
     return compare_section(ref, cmp, FOUR, compare_pair);
+}
+
+void walk_coefficients(const Wform &ref, const Wform &cmp, const PointVisitor &visit)
+{
+    walk_points(ref.pts, cmp.pts, CoefficientRule{is_phase(ref)}, visit);
 }

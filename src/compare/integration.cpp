@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "compare/integration.h"
 
+#include "compare/trace_lines.h"
 #include "support/real.h"
 #include "support/settings.h"
-#include "support/transcript.h"
 
 #include <algorithm>
 
@@ -37,7 +37,7 @@ struct Grid {
     double &at(int entry) const
     {
         static double outside = 0.0;
-        return entry > 0 && entry <= ndiv + 1 ? area[entry] : outside;
+        return static_cast<unsigned>(entry) <= static_cast<unsigned>(ndiv + 1) ? area[entry] : outside;
     }
 };
 
@@ -65,35 +65,13 @@ PT point_at(int boundary, double dx, const PT &from, QuickReal slope)
     return {static_cast<double>(x), static_cast<double>(y), nullptr};
 }
 
-void trace_same(double piece, const PT &from, const PT &to, int entry)
-{
-    transcript_printf("area = %g,  xold = %g,  x = %g,  yold = %g,  y = %g, index = %d\n", piece, from.x,
-                      to.x, from.val, to.val, entry);
-}
-
-// Traces a piece that ends at a boundary; the last one of a crossing is the left part of two.
-void trace_boundary(double piece, const PT &from, const PT &to, int boundary, int left, int right)
-{
-    if (boundary < right) {
-        transcript_printf("i = %d,  left_index = %d,  right_index = %d\n", boundary, left, right);
-    }
-    transcript_printf("%s = %g,  xold = %g,  xmid = %g,  yold = %g,  ymid = %g,  index = %d\n",
-                      boundary < right ? "a" : "leftarea", piece, from.x, to.x, from.val, to.val, boundary);
-}
-
-void trace_right(double piece, const PT &from, const PT &to, int entry)
-{
-    transcript_printf("rightarea = %g,  xmid = %g,  x = %g,  ymid = %g,  y = %g,  index = %d\n", piece,
-                      from.x, to.x, from.val, to.val, entry);
-}
-
-// Adds a segment that crosses the boundaries left + 1 to right, piece by piece. Boundaries outside
-// the grid are not walked.
+// Adds a segment that crosses the boundaries left + 1 to right, piece by piece. Below 0 as many of them
+// are walked as the grid has intervals: what lies further left is one piece, which no entry takes.
 void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int right)
 {
     const QuickReal slope = slope_between(from, to);
     PT start = from;
-    for (int boundary = std::max(left + 1, 0); boundary <= right; ++boundary) {
+    for (int boundary = std::max(left + 1, -grid.ndiv); boundary <= right; ++boundary) {
         const PT end = point_at(boundary, grid.dx, start, slope);
         const double piece = trapezoid(start, end);
         add(grid.at(boundary), piece);
@@ -117,7 +95,7 @@ void integrate(const PT *points, const Grid &grid)
     double area = grid.at(left + 1); // of the current interval; written back when it is left
     for (const PT *to = points->next; to != nullptr; to = to->next) {
         const double place = grid.place(to->x);
-        // Mostly that of the point before, which is told without a conversion.
+        // Mostly that of the point before, which is seen without a conversion.
         const int right = place >= left && place < left + 1.0 && left > 0 ? left : grid.interval(place);
         if (right < left) {
             continue; // time went backwards

@@ -6,10 +6,11 @@
 #include "read/records.h"
 
 // Adds the area under the waveform in each interval j * dx .. (j + 1) * dx to area[j + 1], for the
-// entries 0 to ndiv + 1 that the array must have; the caller clears it. The offset by one is
-// required: comparisons of the entries 0 to ndiv - 1 leave the last intervals out. Entry 0 is set
-// to 0. Points that go back to an earlier interval are ignored; what lies outside the grid is left
-// out. x and dx may be any double.
+// entries 0 to ndiv + 1 that the array must have. The caller clears all of them that it reads; entry 0,
+// which takes the last interval below 0, is set to 0 first. Points that go back to an earlier interval
+// are ignored; what lies outside the entries is left out. x and dx may be any double.
+// Kept: with the offset by one, comparisons of the entries 0 to ndiv - 1 leave the last intervals out
+// (docs/verdict.md, "Waveforms over time").
 void intline(const Wform *w, double *area, double dx, int ndiv);
 
 #endif

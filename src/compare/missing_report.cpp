@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "compare/missing_report.h"
 
-#include "compare/result_lines.h"
-#include "support/transcript.h"
+#include "compare/missing_lines.h"
 
 namespace
 {
@@ -17,15 +16,13 @@ bool belongs_to(const Wform &wform, int code)
     return wform.analysis == code;
 }
 
-template <typename Record> unsigned report_list(const Record *list, int code, const char *other_file)
+template <typename Record> unsigned report_list(const Record *list, int code, Side lacking)
 {
     unsigned count = 0;
     for (const Record *record = list; record != nullptr; record = record->next) {
         if (belongs_to(*record, code) && !record->matched) {
             ++count;
-            print_tk_header(code);
-            transcript_printf("Warning : signal %s  is not present in the %s file.\n", record->name,
-                              other_file);
+            report_missing_signal(*record, code, lacking);
         }
     }
     return count;
@@ -35,12 +32,12 @@ template <typename Record> unsigned report_list(const Record *list, int code, co
 
 unsigned find_missing_wforms(Wform *ref, Wform *cmp, int code)
 {
-    const unsigned missing = report_list(ref, code, "comparison");
-    return missing + report_list(cmp, code, "reference");
+    const unsigned missing = report_list(ref, code, Side::COMPARISON);
+    return missing + report_list(cmp, code, Side::REFERENCE);
 }
 
 unsigned find_missing_signals(Isoln *ref, Isoln *cmp, int code)
 {
-    const unsigned missing = report_list(ref, code, "comparison");
-    return missing + report_list(cmp, code, "reference");
+    const unsigned missing = report_list(ref, code, Side::COMPARISON);
+    return missing + report_list(cmp, code, Side::REFERENCE);
 }

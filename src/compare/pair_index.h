@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Pairing by name in linear time. An index over the unmatched records of the comparison list gives
-// for a name and kind exactly the record that a search from the head of the list would find: the
-// first, in list order, that is not yet matched.
+// Pairing by name in linear time. An index over the unmatched records of a list gives for a name and
+// kind exactly the record that a search from the head of the list would find: the first, in list
+// order, that is not yet matched.
 #ifndef TRESK_COMPARE_PAIR_INDEX_H
 #define TRESK_COMPARE_PAIR_INDEX_H
 
@@ -35,28 +35,47 @@ template <typename Record> class PairIndex
 
     // Finds the partner of a record, marks both as matched and returns it; null when there is none.
     // The first call ends the time of add.
-    Record *match(Record &reference)
+    Record *match(Record &other)
+    {
+        const std::uint32_t place = take(other);
+        return place != kNone ? entries_[place].record : nullptr;
+    }
+
+    static constexpr std::uint32_t kNone = UINT32_MAX;
+
+    // The same, but returns the place of the partner among all that were added; kNone for none.
+    std::uint32_t take(Record &other)
     {
         if (buckets_.empty()) {
             build();
         }
-        const std::size_t hash = hash_of(reference.name, pair_kind(reference));
+        const std::size_t hash = hash_of(other.name, pair_kind(other));
         for (std::uint32_t *link = &bucket(hash); *link != kNone; link = &entries_[*link].next) {
-            const Entry &entry = entries_[*link];
-            if (entry.hash == hash && std::strcmp(entry.name, reference.name) == 0 &&
-                pair_kind(*entry.record) == pair_kind(reference)) {
+            const std::uint32_t place = *link;
+            const Entry &entry = entries_[place];
+            if (entry.hash == hash && std::strcmp(entry.name, other.name) == 0 &&
+                pair_kind(*entry.record) == pair_kind(other)) {
                 *link = entry.next;
-                reference.matched = 1;
+                other.matched = 1;
                 entry.record->matched = 1;
-                return entry.record;
+                return place;
             }
         }
-        return nullptr;
+        return kNone;
+    }
+
+    // Lets the record at a place be found again. Quick where the last one taken is put back first.
+    void put_back(std::uint32_t place)
+    {
+        std::uint32_t *link = &bucket(entries_[place].hash);
+        while (*link < place) {
+            link = &entries_[*link].next;
+        }
+        entries_[place].next = *link;
+        *link = place;
     }
 
   private:
-    static constexpr std::uint32_t kNone = UINT32_MAX;
-
     struct Entry {
         Record *record;
         const char *name; // that of the record, which need not be fetched from memory to compare it

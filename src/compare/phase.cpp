@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "compare/phase.h"
 
-#include "support/transcript.h"
-
 #include <cmath>
 
 namespace
@@ -37,11 +35,4 @@ double wrap_phase(double degrees)
 double wrapped_distance(double a, double b)
 {
     return std::fabs(wrap_phase(a) - wrap_phase(b));
-}
-
-void report_negative_error(double abserr)
-{
-    if (abserr < 0.0) {
-        transcript_puts(" problem with ABS macro.\n");
-    }
 }

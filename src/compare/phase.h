@@ -11,7 +11,4 @@ double wrap_phase(double degrees);
 // or what is left of the full turn.
 double wrapped_distance(double a, double b);
 
-// Tells of an absolute error below 0, which only infinite phases can lead to.
-void report_negative_error(double abserr);
-
 #endif

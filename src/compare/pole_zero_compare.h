@@ -5,8 +5,6 @@
 
 #include "read/records.h"
 
-enum RootKind : int { POLE = 1, ZERO = 2, CANCELLED_POLE = 3, CANCELLED_ZERO = 4 };
-
 // Compares ports, type, time and the four root lists of two blocks. Either may be absent, not both.
 // Returns an ExitBit set.
 unsigned pzform_compare(const PZform *ref, const PZform *cmp);

@@ -1,163 +1,314 @@
 // SPDX-License-Identifier: MIT
 #include "compare/result_lines.h"
 
-#include "compare/compare_state.h"
-#include "read/read_state.h"
+#include "compare/analysis_table.h"
+#include "read/name_length.h"
+#include "support/exit_bits.h"
 #include "support/real.h"
+#include "support/settings.h"
 #include "support/transcript.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <string>
+#include <cmath>
+#include <string_view>
 
 namespace
 {
 
-constexpr const char *kNames[kAnalysisCount] = {
-    "Initial Operating Point",
-    "Initial Transient Solution",
-    "Initial PSS Solution",
-    "First DC Sweep Point",
-    "Last DC Sweep Point",
-    "TR .FORCE",
-    "PSS .FORCE",
-    "AC",
-    "AC DISTO",
-    "AC NOISE",
-    "POLE-ZERO",
-    "DC",
-    "TR Waveform",
-    "FOURIER",
-    "OP",
-    "MEASURE",
-    "PSS Waveform",
-    "PAC",
-    "PXF",
-    "PNOISE",
-    "XF",
-    "STB",
-};
-
-// A table header: the opening line (with the analysis name), the ruler up to and behind the name
-// column. The ruler is filled so that it lines up with names longer than fill_from.
-struct HeaderLayout {
-    const char *opening;
-    const char *ruler_start;
-    std::size_t fill_from;
-    const char *ruler_end;
-};
-
-constexpr HeaderLayout kInitialLayout = {"\n%s comparison by node voltage, or ~device internal voltage :\n",
-                                         "===signal_name=", 7, "abs========rel========abs*rel===\n"};
-constexpr HeaderLayout kForceLayout = {
-    "\n%s comparison by node voltage, ~device internal voltage, or *inductor current :\n",
-    "===signal_name=", 7, "abs========rel========abs*rel===\n"};
-constexpr HeaderLayout kSweepLayout = {"\n%s sweep comparison by signal name :\n", "===signal_name=", 9,
-                                       "fails=====max abs=====max rel=====abs*rel===\n"};
-constexpr HeaderLayout kSignalLayout = {"%s comparison by signal name :\n", "===signal_name=", 8,
-                                        "abs========rel========abs*rel===\n"};
-constexpr HeaderLayout kFourierLayout = {"Fourier results comparison by signal name :\n",
-                                         "==signal_name=", 10,
-                                         "coeff===freq=======abs========rel========abs*rel===\n"};
-
-const HeaderLayout &layout_of(int code)
-{
-    switch (code) {
-    case INOP:
-    case INTR:
-    case INPSS:
-    case INDC1:
-    case INDC2:
-        return kInitialLayout;
-    case TR_FORCE:
-    case PSS_FORCE:
-        return kForceLayout;
-    case TR:
-    case OP:
-    case PSS:
-        return kSignalLayout;
-    case FOUR:
-        return kFourierLayout;
-    default:
-        return kSweepLayout;
-    }
-}
-
-void print_force_time()
-{
-    if (force_time == kUnknownTime) {
-        transcript_puts(".FORCE at time = UNKNOWN:\n");
-    } else {
-        transcript_printf(".FORCE at time = %g:\n", force_time);
-    }
-    new_force_time = 0;
-}
-
-} // namespace
-
-const char *into_string(unsigned code)
-{
-    return code < kAnalysisCount ? kNames[code] : "Unknown";
-}
-
-void print_tk_header(int code)
-{
-    if (!is_analysis(code) || headerPrinted[code]) {
-        return;
-    }
-    headerPrinted[code] = 1;
-    const HeaderLayout &layout = layout_of(code);
-    transcript_printf(layout.opening, into_string(static_cast<unsigned>(code)));
-    transcript_puts(layout.ruler_start);
-    transcript_puts(std::string(glMaxSigLen > layout.fill_from ? glMaxSigLen - layout.fill_from : 0, '='));
-    transcript_puts(layout.ruler_end);
-    if (&layout == &kForceLayout && new_force_time) {
-        print_force_time();
-    }
-}
-
-void print_tk_summary(int fails, int missing, const char *label)
-{
-    if (fails > 0) {
-        transcript_printf("\nFound %d %s signal(s) with absolute and relative errors over the thresholds.\n",
-                          fails, label);
-    }
-    if (missing > 0) {
-        transcript_printf("\nFound %d %s signal(s) without counterpart(s) in the compared files.\n", missing,
-                          label);
-    }
-    transcript_puts("\n");
-}
-
-void print_name_column(const char *name, std::size_t extra, std::size_t minimum)
+// A name, left-aligned in a column extra characters wider than the longest name, but at least minimum
+// wide.
+void print_name_column(const char *name, std::size_t extra, std::size_t minimum = 0)
 {
     transcript_put_padded(name, std::max(glMaxSigLen + extra, minimum));
 }
 
-void print_error_columns(const char *gap, double abserr, double relerr, const char *marker)
+// What separates the last columns of a result line: one or two blanks, and the brackets.
+struct ErrorGaps {
+    std::string_view before_relative;
+    std::string_view before_product;
+};
+
+constexpr ErrorGaps kOneBlank = {" (", ") ["};
+constexpr ErrorGaps kTwoBlanks = {"  (", ")  ["};
+
+// The last columns of a result line: "%9.3e (%9.3e) [%9.3e] %s\n" of the errors, their product and the
+// marker.
+void print_error_columns(const ErrorGaps &gaps, double abserr, double relerr, const char *marker)
 {
     transcript_put_error(abserr);
-    transcript_puts(gap);
-    transcript_puts("(");
+    transcript_puts(gaps.before_relative);
     transcript_put_error(relerr);
-    transcript_puts(")");
-    transcript_puts(gap);
-    transcript_puts("[");
+    transcript_puts(gaps.before_product);
     transcript_put_error(static_cast<double>(Real(relerr) * Real(abserr)));
     transcript_puts("] ");
     transcript_puts(marker);
     transcript_puts("\n");
 }
 
-void print_both_files(const char *reference, const char *comparison, const char *end)
+const char *type_mark(int type)
 {
-    transcript_printf("  Reference file : %s,  Comparison file: %s%s", reference, comparison, end);
+    switch (type) {
+    case NODE:
+        return " ";
+    case INTERNAL:
+        return "~";
+    case IND:
+        return "*";
+    default:
+        return "+";
+    }
 }
 
-void print_both_files(const char *format, double reference, double comparison)
+bool passes(const Judged &judged)
 {
-    char texts[2][64];
-    std::snprintf(texts[0], sizeof texts[0], format, reference);
-    std::snprintf(texts[1], sizeof texts[1], format, comparison);
-    print_both_files(texts[0], texts[1]);
+    return judged.verdict == PASSES;
+}
+
+// A finding about one judged pair of values.
+Finding pair_finding(FindingKind kind, int code, const char *name, const Judged &judged, unsigned bits)
+{
+    Finding finding = finding_here(kind, code, name, bits);
+    finding.judged = judged;
+    finding.marker = bits != 0 ? marker_of(judged) : "";
+    finding.fails = bits != 0 ? 1 : 0;
+    finding.compared = 1;
+    finding.met_nan = judged.verdict == NOT_A_NUMBER;
+    return finding;
+}
+
+void print_time_line(const Wform &ref, int code, double abserr, double relerr, const char *marker)
+{
+    print_tk_header(code);
+    print_name_column(ref.name, 3);
+    transcript_puts(" ");
+    print_error_columns(kOneBlank, abserr, relerr, marker);
+}
+
+// Ranks the errors of failing points: what is no number first, then by the product of the errors.
+class WorstSearch
+{
+  public:
+    void look_at(double x, const Judged &judged)
+    {
+        ++index_;
+        if (passes(judged) || met_nan) {
+            return;
+        }
+        met_nan = judged.verdict == NOT_A_NUMBER;
+        const double product = judged.abserr * judged.relerr;
+        if (met_nan || place.index < 0 || product > product_) {
+            place = {index_, x};
+            product_ = product;
+        }
+    }
+
+    WorstPlace place;
+    bool met_nan = false;
+
+  private:
+    int index_ = -1;
+    double product_ = 0.0;
+};
+
+// The marker of a line, from a test of the maxima alone.
+// Kept: a line of failing points may so get the marker of a passing test (docs/verdict.md, "Sweeps").
+const char *line_marker(const SweepResult &found)
+{
+    const char *marker = nullptr;
+    test_error_thresholds(glAbstol, found.max_abs, found.max_rel, &marker);
+    return marker;
+}
+
+unsigned pass_on_sweep(const Wform &ref, const Wform &cmp, int code, const SweepResult &found)
+{
+    const unsigned bits = found.fails > 0 ? EXIT_TOLERANCE : 0U;
+    if (!listening()) {
+        return bits;
+    }
+    WorstSearch search;
+    analysis_row(code).walk(ref, cmp, [&search](const PT &point, const PT &, const Judged &judged) {
+        search.look_at(point.x, judged);
+    });
+    Finding finding = finding_here(FindingKind::SWEEP, code, ref.name, bits);
+    finding.signals = {&ref, &cmp};
+    finding.judged = {glAbstol, found.max_abs, found.max_rel, search.met_nan ? NOT_A_NUMBER : FAILS};
+    if (bits == 0) {
+        finding.judged.verdict = PASSES;
+    } else {
+        finding.marker = line_marker(found);
+    }
+    finding.fails = found.fails;
+    finding.compared = found.compared;
+    finding.met_nan = search.met_nan;
+    finding.worst = search.place;
+    pass_on(finding);
+    return bits;
+}
+
+WorstPlace worst_interval(const Areas &areas)
+{
+    WorstPlace worst;
+    double largest = 0.0;
+    for (int i = 0; i < areas.count; ++i) {
+        const double difference = std::fabs(areas.cmp[i] - areas.ref[i]);
+        const bool is_nan = difference != difference;
+        if (is_nan || difference > largest) {
+            worst = {i, (i - 1) * areas.dx};
+            largest = difference;
+        }
+        if (is_nan) {
+            break;
+        }
+    }
+    return worst;
+}
+
+const char *half_plane(const TRI &root)
+{
+    return root.mag < 0.0 ? "LHP" : "RHP";
+}
+
+} // namespace
+
+unsigned report_value(const Isoln &ref, const Isoln &cmp, int code, const Judged &judged)
+{
+    const unsigned bits = passes(judged) ? 0U : EXIT_TOLERANCE;
+    if (bits != 0) {
+        print_tk_header(code);
+        transcript_puts(type_mark(ref.type));
+        print_name_column(ref.name, 3);
+        transcript_puts(" ");
+        print_error_columns(kOneBlank, judged.abserr, judged.relerr, marker_of(judged));
+    }
+    if (listening()) {
+        Finding finding = pair_finding(FindingKind::VALUE, code, ref.name, judged, bits);
+        finding.values = {&ref, &cmp};
+        finding.ref_value = ref.value;
+        finding.cmp_value = cmp.value;
+        pass_on(finding);
+    }
+    return bits;
+}
+
+unsigned report_ac_sweep(const Wform &ref, const Wform &cmp, int code, const SweepResult &found)
+{
+    if (found.fails > 0) {
+        print_tk_header(code);
+        print_name_column(ref.name, 3, 15);
+        // Kept: the width of the counts follows the last digit of the number of points, not how many
+        // digits it has (docs/verdict.md, "Sweeps").
+        const int width = found.compared % 10 + 1;
+        transcript_printf("%*d/%-*d    ", width, found.fails, width, found.compared);
+        print_error_columns(kTwoBlanks, found.max_abs, found.max_rel, line_marker(found));
+    }
+    return pass_on_sweep(ref, cmp, code, found);
+}
+
+unsigned report_dc_sweep(const Wform &ref, const Wform &cmp, int code, const SweepResult &found)
+{
+    if (found.fails > 0) {
+        print_tk_header(code);
+        print_name_column(ref.name, 8);
+        transcript_printf("%d/%d     ", found.fails, found.compared);
+        print_error_columns(kTwoBlanks, found.max_abs, found.max_rel, line_marker(found));
+    }
+    return pass_on_sweep(ref, cmp, code, found);
+}
+
+unsigned report_area(const Wform &ref, const Wform &cmp, int code, const Judged &judged, const Areas &areas)
+{
+    const unsigned bits = passes(judged) ? 0U : EXIT_TOLERANCE;
+    if (bits != 0) {
+        print_time_line(ref, code, judged.abserr, judged.relerr, marker_of(judged));
+    }
+    if (listening()) {
+        Finding finding = pair_finding(FindingKind::AREA, code, ref.name, judged, bits);
+        finding.signals = {&ref, &cmp};
+        finding.areas = areas;
+        finding.worst = worst_interval(areas);
+        pass_on(finding);
+    }
+    return bits;
+}
+
+unsigned report_single_point(FindingKind kind, const Wform &ref, const Wform &cmp, int code,
+                             const Judged &judged)
+{
+    const unsigned bits = passes(judged) ? 0U : EXIT_TOLERANCE;
+    if (bits != 0) {
+        print_time_line(ref, code, judged.abserr, judged.relerr, marker_of(judged));
+    }
+    if (listening()) {
+        Finding finding = pair_finding(kind, code, ref.name, judged, bits);
+        const bool is_value = kind == FindingKind::SINGLE_VALUE;
+        finding.signals = {&ref, &cmp};
+        finding.ref_value = is_value ? ref.pts->val : ref.pts->x;
+        finding.cmp_value = is_value ? cmp.pts->val : cmp.pts->x;
+        pass_on(finding);
+    }
+    return bits;
+}
+
+unsigned report_few_points(const Wform &ref, const Wform &cmp, int code)
+{
+    static const Judged kWorst = {0.0, 1.0, 1.0, FAILS};
+    static const char kMarker[] = " <=A=R= ! ! ! ! ! ! !";
+    print_time_line(ref, code, kWorst.abserr, kWorst.relerr, kMarker);
+    if (listening()) {
+        Finding finding = pair_finding(FindingKind::FEW_POINTS, code, ref.name, kWorst, EXIT_TOLERANCE);
+        finding.marker = kMarker;
+        finding.signals = {&ref, &cmp};
+        pass_on(finding);
+    }
+    return EXIT_TOLERANCE;
+}
+
+unsigned report_coefficient(const Wform &ref, const Wform &cmp, const PT &ref_point, const PT &cmp_point,
+                            int position, const Judged &judged)
+{
+    const unsigned bits = passes(judged) ? 0U : EXIT_TOLERANCE;
+    if (bits != 0) {
+        print_tk_header(FOUR);
+        print_name_column(ref.name, 3);
+        transcript_printf(" %2d   %9.3e  ", position, ref_point.x);
+        print_error_columns(kOneBlank, judged.abserr, judged.relerr, marker_of(judged));
+    }
+    if (listening()) {
+        Finding finding = pair_finding(FindingKind::COEFFICIENT, FOUR, ref.name, judged, bits);
+        finding.signals = {&ref, &cmp};
+        finding.position = position;
+        finding.ref_value = ref_point.val;
+        finding.cmp_value = cmp_point.val;
+        finding.worst = {position - 1, ref_point.x};
+        pass_on(finding);
+    }
+    return bits;
+}
+
+unsigned report_root(const TRI &ref, const TRI &cmp, int kind, int position, const Judged &judged,
+                     bool sides_differ)
+{
+    const unsigned bits = passes(judged) && !sides_differ ? 0U : EXIT_TOLERANCE;
+    if (bits != 0) {
+        print_tk_header(PZ);
+        print_name_column(root_name(kind, position).c_str(), 3);
+        transcript_printf(" %-7s %-7s ", half_plane(ref), half_plane(cmp));
+        print_error_columns(kTwoBlanks, judged.abserr, judged.relerr, marker_of(judged));
+    }
+    if (listening()) {
+        Finding finding =
+            pair_finding(FindingKind::ROOT, PZ, root_name(kind, position).c_str(), judged, bits);
+        finding.roots = {&ref, &cmp};
+        finding.root_kind = kind;
+        finding.position = position;
+        finding.half_planes_differ = sides_differ;
+        pass_on(finding);
+    }
+    return bits;
+}
+
+std::string root_name(int kind, int position)
+{
+    static constexpr const char *kRootLabels[] = {"", "pole", "zero", "cancelled pole", "cancelled zero"};
+    return std::string(kRootLabels[kind]) + " " + std::to_string(position);
 }

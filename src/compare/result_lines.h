@@ -1,32 +1,49 @@
 // SPDX-License-Identifier: MIT
-// The table layouts of the transcript: headers, the columns of a result line, lines about a
-// difference between the files, summaries.
+// The lines of judged pairs. Each function takes a pair that was judged, prints its line below the
+// header of its table if the pair fails, passes it on to the listener if there is one, and returns the
+// ExitBit set that it raises.
 #ifndef TRESK_COMPARE_RESULT_LINES_H
 #define TRESK_COMPARE_RESULT_LINES_H
 
-#include <cstddef>
+#include "compare/events.h"
+#include "compare/point_walk.h"
 
-// Analysis name used in headers and summaries ("TR Waveform"); "Unknown" outside 0 to 21.
-const char *into_string(unsigned code);
+// Two single values.
+unsigned report_value(const Isoln &ref, const Isoln &cmp, int code, const Judged &judged);
 
-// Prints the table header of an analysis, unless it was printed for this modify pair already.
-void print_tk_header(int code);
+// What the walk over two swept signals has found.
+struct SweepResult {
+    int fails = 0;
+    int compared = 0;
+    double max_abs = 0.0; // of failing points only
+    double max_rel = 0.0;
+};
 
-// The two lines that end a section, each only when its count is above 0, and an empty line.
-void print_tk_summary(int fails, int missing, const char *label);
+unsigned report_ac_sweep(const Wform &ref, const Wform &cmp, int code, const SweepResult &found);
+unsigned report_dc_sweep(const Wform &ref, const Wform &cmp, int code, const SweepResult &found);
 
-// A name, left-aligned in a column extra characters wider than the longest name, but at least
-// minimum wide.
-void print_name_column(const char *name, std::size_t extra, std::size_t minimum = 0);
+// Two waveforms over time by their areas.
+unsigned report_area(const Wform &ref, const Wform &cmp, int code, const Judged &judged, const Areas &areas);
 
-// The last columns of a result line: "%9.3e (%9.3e) [%9.3e] %s\n" of the errors, their product and
-// the marker. gap is what separates the columns, one or two blanks.
-void print_error_columns(const char *gap, double abserr, double relerr, const char *marker);
+// Two waveforms over time of one point each: their values or times.
+unsigned report_single_point(FindingKind kind, const Wform &ref, const Wform &cmp, int code,
+                             const Judged &judged);
 
-// "  Reference file : a,  Comparison file: b" and the end, which is one or two line feeds.
-void print_both_files(const char *reference, const char *comparison, const char *end = "\n\n");
+// Waveforms over time that have no area to be compared. They fail, however they are.
+unsigned report_few_points(const Wform &ref, const Wform &cmp, int code);
 
-// The same for two numbers in a printf format.
-void print_both_files(const char *format, double reference, double comparison);
+// One coefficient of two Fourier signals; position counts from 1.
+unsigned report_coefficient(const Wform &ref, const Wform &cmp, const PT &ref_point, const PT &cmp_point,
+                            int position, const Judged &judged);
+
+enum RootKind : int { POLE = 1, ZERO = 2, CANCELLED_POLE = 3, CANCELLED_ZERO = 4 };
+
+// Two roots of a RootKind; position counts from 1. Roots on different sides of the plane fail whatever
+// their errors are.
+unsigned report_root(const TRI &ref, const TRI &cmp, int kind, int position, const Judged &judged,
+                     bool sides_differ);
+
+// How a root is named: "cancelled pole 3".
+std::string root_name(int kind, int position);
 
 #endif

@@ -1,84 +1,51 @@
 // SPDX-License-Identifier: MIT
 #include "compare/solution_compare.h"
 
-#include "compare/exit_bits.h"
+#include "compare/analysis_table.h"
+#include "compare/difference_lines.h"
+#include "compare/header_lines.h"
+#include "compare/missing_lines.h"
 #include "compare/missing_report.h"
 #include "compare/pair_index.h"
 #include "compare/result_lines.h"
-#include "compare/tolerance.h"
-#include "compare/unit_check.h"
-#include "support/transcript.h"
+
+#include <cmath>
 
 namespace
 {
 
-const char *type_mark(int type)
-{
-    switch (type) {
-    case NODE:
-        return " ";
-    case INTERNAL:
-        return "~";
-    case IND:
-        return "*";
-    default:
-        return "+";
-    }
-}
-
-// Tests a pair and prints it when it fails. Returns whether it does.
-bool value_pair_fails(const Isoln &ref, const Isoln &cmp, int code)
-{
-    const double abserr = std::fabs(ref.value - cmp.value);
-    const double relerr = relative_error(abserr, ref.value);
-    const char *marker = nullptr;
-    if (test_error_thresholds(pair_level(ref.value, cmp.value), abserr, relerr, &marker) == PASSES) {
-        return false;
-    }
-    print_tk_header(code);
-    transcript_puts(type_mark(ref.type));
-    print_name_column(ref.name, 3);
-    transcript_puts(" ");
-    print_error_columns(" ", abserr, relerr, marker);
-    return true;
-}
-
 // Compares two lists that are both there, up to the summary.
-unsigned compare_solution(Isoln *ref, Isoln *cmp, int code, const char *label)
+unsigned compare_solution(Isoln *ref, Isoln *cmp, int code)
 {
     int fails = 0;
-    unsigned bits = compare_signals(ref, cmp, code, &fails);
+    const unsigned bits = compare_signals(ref, cmp, code, &fails);
     const unsigned missing = find_missing_signals(ref, cmp, code);
-    print_tk_summary(fails, static_cast<int>(missing), label);
-    return missing != 0 ? bits | EXIT_SIGNALS : bits;
+    print_tk_summary(fails, static_cast<int>(missing), analysis_row(code).label);
+    return bits | bits_of_missing(missing);
 }
 
-// Reports a solution that one file lacks. Returns EXIT_ANALYSES then, else 0.
-unsigned report_missing_solution(const void *ref, const void *cmp, const char *label)
+// The side that is null where the other is not.
+Side lacking_side(const void *ref, const void *cmp)
 {
-    if (ref != nullptr && cmp != nullptr) {
-        return 0;
+    if ((ref == nullptr) == (cmp == nullptr)) {
+        return Side::NEITHER;
     }
-    transcript_printf("Missing %s solution from %s file.\n", label,
-                      ref == nullptr ? "reference" : "comparison");
-    return EXIT_ANALYSES;
+    return ref == nullptr ? Side::REFERENCE : Side::COMPARISON;
 }
 
-unsigned compare_or_report(Isoln *ref, Isoln *cmp, int code, const char *label)
+unsigned compare_or_report(Isoln *ref, Isoln *cmp, int code)
 {
-    const unsigned missing = report_missing_solution(ref, cmp, label);
-    return missing != 0 ? missing : compare_solution(ref, cmp, code, label);
+    const Side lacking = lacking_side(ref, cmp);
+    return lacking != Side::NEITHER ? report_missing_solution(code, analysis_row(code).label, lacking)
+                                    : compare_solution(ref, cmp, code);
 }
 
-// One of the two points of an INDC sweep. A point that one file lacks is reported.
-unsigned compare_indc_point(Isoln *ref, Isoln *cmp, int code, const char *place, const char *label)
+// One of the two points of an INDC sweep.
+unsigned compare_indc_point(Isoln *ref, Isoln *cmp, int code, const char *place)
 {
-    if ((ref == nullptr) != (cmp == nullptr)) {
-        transcript_printf("Missing INDC solution [%s] in %s file.\n", place,
-                          ref == nullptr ? "reference" : "comparison");
-        return EXIT_ANALYSES;
-    }
-    return compare_solution(ref, cmp, code, label);
+    const Side lacking = lacking_side(ref, cmp);
+    return lacking != Side::NEITHER ? report_missing_indc_point(code, place, lacking)
+                                    : compare_solution(ref, cmp, code);
 }
 
 } // namespace
@@ -95,49 +62,51 @@ unsigned compare_signals(Isoln *ref, Isoln *cmp, int code, int *failcount)
         }
     }
     unsigned bits = 0;
-    int fails = 0;
     for (Isoln *value = ref; value != nullptr; value = value->next) {
-        const Isoln *partner = candidates.match(*value);
-        if (partner == nullptr) {
-            continue;
+        if (const Isoln *partner = candidates.match(*value)) {
+            bits |= compare_value_pair(*value, *partner, code, failcount);
         }
-        if (value_pair_fails(*value, *partner, code)) {
-            ++fails;
-            bits |= EXIT_TOLERANCE;
-        }
-        bits |= check_units(kValueYUnits, code, value->name, value->yunits, partner->yunits);
     }
-    *failcount += fails;
     return bits;
+}
+
+unsigned compare_value_pair(const Isoln &ref, const Isoln &cmp, int code, int *failcount)
+{
+    const Judged judged =
+        judge_pair(pair_level(ref.value, cmp.value), std::fabs(ref.value - cmp.value), ref.value);
+    unsigned bits = 0;
+    if (!goes_unreported(judged)) {
+        bits = report_value(ref, cmp, code, judged);
+        *failcount += bits != 0 ? 1 : 0;
+    }
+    return bits | check_units(kValueYUnits, code, ref.name, ref.yunits, cmp.yunits);
 }
 
 unsigned op_compare(Isoln *ref, Isoln *cmp)
 {
-    return compare_or_report(ref, cmp, OP, "OP");
+    return compare_or_report(ref, cmp, OP);
 }
 
 unsigned inop_compare(Isoln *ref, Isoln *cmp)
 {
-    return compare_or_report(ref, cmp, INOP, "INOP");
+    return compare_or_report(ref, cmp, INOP);
 }
 
 unsigned intr_compare(Isoln *ref, Isoln *cmp, int code)
 {
-    return code == INTR ? compare_or_report(ref, cmp, INTR, "INTR")
-                        : compare_or_report(ref, cmp, INPSS, "INPSS");
+    return compare_or_report(ref, cmp, code == INTR ? INTR : INPSS);
 }
 
 unsigned indc_compare(INDCform *ref, INDCform *cmp)
 {
-    if (const unsigned missing = report_missing_solution(ref, cmp, "INDC")) {
-        return missing;
+    const Side lacking = lacking_side(ref, cmp);
+    if (lacking != Side::NEITHER) {
+        return report_missing_solution(INDC1, "INDC", lacking);
     }
     if (ref->first == nullptr && cmp->first == nullptr) {
-        // The last points are not looked at then, whatever they hold: a short cut kept for harnesses.
-        transcript_puts("No INDC signals in either file.\n");
-        return 0;
+        // Kept: the last points are not looked at then (docs/verdict.md, "What only one file has").
+        return report_empty_indc();
     }
-    const unsigned first =
-        compare_indc_point(ref->first, cmp->first, INDC1, "FIRST POINT", "first INDC point");
-    return first | compare_indc_point(ref->second, cmp->second, INDC2, "LAST POINT", "last INDC point");
+    const unsigned first = compare_indc_point(ref->first, cmp->first, INDC1, "FIRST POINT");
+    return first | compare_indc_point(ref->second, cmp->second, INDC2, "LAST POINT");
 }

@@ -10,6 +10,10 @@
 // partner are left to the caller. Returns the ExitBit set raised.
 unsigned compare_signals(Isoln *ref, Isoln *cmp, int code, int *failcount);
 
+// Judges one pair of values and its units, adds 1 to *failcount if the values fail. Returns an ExitBit
+// set.
+unsigned compare_value_pair(const Isoln &ref, const Isoln &cmp, int code, int *failcount);
+
 // Each returns an ExitBit set. One list may be absent: that is reported.
 unsigned op_compare(Isoln *ref, Isoln *cmp);
 unsigned inop_compare(Isoln *ref, Isoln *cmp);

@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "compare/tk_compare.h"
 
-#include "compare/compare_state.h"
-#include "compare/exit_bits.h"
+#include "compare/analysis_table.h"
 #include "compare/force_compare.h"
 #include "compare/pole_zero_compare.h"
 #include "compare/solution_compare.h"
-#include "compare/sweep_compare.h"
-#include "support/transcript.h"
-
-#include <algorithm>
+#include "compare/tolerance.h"
+#include "support/exit_bits.h"
 
 unsigned tk_compare_all(MODIFYform *ref, MODIFYform *cmp)
 {
-    std::fill_n(headerPrinted, kAnalysisCount, 0);
-    transcript_puts("\n");
+    begin_tables();
     unsigned bits = 0;
     if (ref->inop != nullptr || cmp->inop != nullptr) {
         bits |= inop_compare(ref->inop, cmp->inop);
@@ -44,4 +40,21 @@ unsigned tk_compare_all(MODIFYform *ref, MODIFYform *cmp)
         bits |= pzform_compare(ref->pzform, cmp->pzform);
     }
     return glNANflag ? bits | EXIT_NAN : bits;
+}
+
+unsigned wform_compare(Wform *ref, Wform *cmp)
+{
+    bool present[kAnalysisCount] = {};
+    for (const Wform *list : {ref, cmp}) {
+        for (; list != nullptr; list = list->next) {
+            present[list->analysis] = true;
+        }
+    }
+    unsigned bits = 0;
+    for (const AnalysisRow &row : analysis_table()) {
+        if (row.comparator != nullptr && present[row.code]) {
+            bits |= row.comparator(ref, cmp, static_cast<unsigned>(row.code));
+        }
+    }
+    return bits;
 }

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <string_view>
 
+int glNANflag = 0;
+
 namespace
 {
 
@@ -55,16 +57,22 @@ void set_failure_marker(double abserr, double relerr)
 
 } // namespace
 
+const char *marker_of(const Judged &judged)
+{
+    if (judged.verdict == FAILS) {
+        set_failure_marker(judged.abserr, judged.relerr);
+    } else {
+        set_marker(judged.verdict == PASSES ? " " : " <=nan= ! ! ! ! ! ! ! !");
+    }
+    return loMarkerBuf;
+}
+
 int test_error_thresholds(double level, double abserr, double relerr, const char **marker)
 {
-    const Verdict verdict = judge_errors(level, abserr, relerr);
-    if (verdict == FAILS) {
-        set_failure_marker(abserr, relerr);
-    } else {
-        set_marker(verdict == PASSES ? " " : " <=nan= ! ! ! ! ! ! ! !");
-    }
+    const Judged judged = {level, abserr, relerr, judge_errors(level, abserr, relerr)};
+    const char *text = marker_of(judged);
     if (marker != nullptr) {
-        *marker = loMarkerBuf;
+        *marker = text;
     }
-    return verdict;
+    return judged.verdict;
 }

@@ -3,10 +3,13 @@
 #ifndef TRESK_COMPARE_TOLERANCE_H
 #define TRESK_COMPARE_TOLERANCE_H
 
-#include "compare/compare_state.h"
 #include "support/settings.h"
 
 #include <cmath>
+
+// 1 once the tolerance test met a value that is no number; never cleared, so that every later modify
+// pair of the run counts as touched by it.
+extern int glNANflag;
 
 enum Verdict : int { PASSES = 0, FAILS = 1, NOT_A_NUMBER = 2 };
 
@@ -26,9 +29,10 @@ inline double pair_level(double reference, double comparison)
 }
 
 // The verdict on a pair with the given level, absolute and relative error. Default checking judges
-// absolutely at a level of 0 or up to the absolute threshold (every negative level included) and
-// relatively above; it leaves its choice in the mode flags. -AorR fails on the absolute side alone,
-// like -Aonly: harnesses are tuned to it. Sets glNANflag on a NaN.
+// absolutely at a level of 0 or up to the absolute threshold and relatively above; it leaves its choice
+// in the mode flags. Sets glNANflag on a NaN.
+// Kept: every negative level is up to the threshold, and -AorR fails on the absolute side alone, like
+// -Aonly (docs/verdict.md, "Value pairs").
 inline Verdict judge_errors(double level, double abserr, double relerr)
 {
     if (level != level || abserr != abserr || relerr != relerr) {
@@ -52,8 +56,25 @@ inline Verdict judge_errors(double level, double abserr, double relerr)
     return fails || (glRonly && over_reltol) ? FAILS : PASSES;
 }
 
-// The same verdict; when marker is not null it receives the text that grades how far the pair is
-// off, valid until the next call.
+// A pair's errors and what the test makes of them.
+struct Judged {
+    double level;
+    double abserr;
+    double relerr;
+    Verdict verdict;
+};
+
+// Judges a pair by its absolute error, which is relative to the reference.
+inline Judged judge_pair(double level, double abserr, double reference)
+{
+    const double relerr = relative_error(abserr, reference);
+    return {level, abserr, relerr, judge_errors(level, abserr, relerr)};
+}
+
+// The text that grades how far a judged pair is off, valid until the next call.
+const char *marker_of(const Judged &judged);
+
+// judge_errors; when marker is not null it receives the text of marker_of.
 int test_error_thresholds(double level, double abserr, double relerr, const char **marker);
 
 #endif

@@ -6,6 +6,13 @@
 
 #include "read/records.h"
 
+// Combined extent of the pair being compared.
+extern double xmin;
+extern double xmax;
+extern double ymin;
+extern double ymax;
+extern int maxpts;
+
 // Compares all signals of analysis code (TR or PSS). Returns an ExitBit set.
 unsigned tr_compare(Wform *ref, Wform *cmp, unsigned code);
 

@@ -4,10 +4,11 @@
 #ifndef TRESK_COMPARE_WAVEFORM_SECTION_H
 #define TRESK_COMPARE_WAVEFORM_SECTION_H
 
-#include "compare/exit_bits.h"
+#include "compare/analysis_table.h"
+#include "compare/header_lines.h"
+#include "compare/missing_lines.h"
 #include "compare/missing_report.h"
 #include "compare/pair_index.h"
-#include "compare/result_lines.h"
 
 #include <cstddef>
 #include <vector>
@@ -43,45 +44,56 @@ inline void fetch_ahead(const std::vector<SignalPair> &pairs, std::size_t curren
     }
 }
 
+// The signals of analysis code in both lists, paired by name.
+struct SignalPairs {
+    std::vector<SignalPair> pairs;
+    bool seen = false; // whether either list holds such a signal
+};
+
+inline SignalPairs pair_signals(Wform *ref, Wform *cmp, int code)
+{
+    SignalPairs found;
+    PairIndex<Wform> candidates;
+    for (Wform *signal = cmp; signal != nullptr; signal = signal->next) {
+        if (signal->analysis == code) {
+            found.seen = true;
+            if (!signal->matched) {
+                candidates.add(signal);
+            }
+        }
+    }
+    for (Wform *signal = ref; signal != nullptr; signal = signal->next) {
+        if (signal->analysis != code) {
+            continue;
+        }
+        found.seen = true;
+        if (const Wform *partner = candidates.match(*signal)) {
+            found.pairs.push_back({signal, partner});
+        }
+    }
+    return found;
+}
+
 // Compares the signals of analysis code: pairs them by name and calls compare_pair(reference,
 // comparison) for each pair, which returns SignalFindings. Prints nothing when neither list holds
 // such a signal. Returns an ExitBit set.
 template <typename ComparePair>
 unsigned compare_section(Wform *ref, Wform *cmp, int code, ComparePair compare_pair)
 {
-    bool seen = false;
-    PairIndex<Wform> candidates;
-    for (Wform *signal = cmp; signal != nullptr; signal = signal->next) {
-        if (signal->analysis == code) {
-            seen = true;
-            if (!signal->matched) {
-                candidates.add(signal);
-            }
-        }
-    }
-    std::vector<SignalPair> pairs;
-    for (Wform *signal = ref; signal != nullptr; signal = signal->next) {
-        if (signal->analysis != code) {
-            continue;
-        }
-        seen = true;
-        if (const Wform *partner = candidates.match(*signal)) {
-            pairs.push_back({signal, partner});
-        }
-    }
-    if (!seen) {
+    const SignalPairs signals = pair_signals(ref, cmp, code);
+    if (!signals.seen) {
         return 0;
     }
     SignalFindings total;
-    for (std::size_t i = 0; i < pairs.size(); ++i) {
-        fetch_ahead(pairs, i);
-        const SignalFindings found = compare_pair(*pairs[i].ref, *pairs[i].cmp);
+    for (std::size_t i = 0; i < signals.pairs.size(); ++i) {
+        fetch_ahead(signals.pairs, i);
+        const SignalFindings found = compare_pair(*signals.pairs[i].ref, *signals.pairs[i].cmp);
         total.fails += found.fails;
         total.bits |= found.bits;
     }
     const unsigned missing = find_missing_wforms(ref, cmp, code);
-    print_tk_summary(total.fails, static_cast<int>(missing), into_string(static_cast<unsigned>(code)));
-    return total.bits | (total.fails != 0 ? EXIT_TOLERANCE : 0U) | (missing != 0 ? EXIT_SIGNALS : 0U);
+    print_tk_summary(total.fails, static_cast<int>(missing), analysis_row(code).label);
+    return total.bits | bits_of_missing(missing);
 }
 
 #endif

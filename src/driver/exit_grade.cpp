@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "driver/exit_grade.h"
 
-#include "compare/exit_bits.h"
+#include "compare/events.h"
+#include "support/exit_bits.h"
 #include "support/settings.h"
 #include "support/transcript.h"
 
 namespace
 {
 
-// Removes more than the help text promises (reruns and analysis types too); harnesses rely on it.
+// Kept: removes more than the help text promises, reruns and analysis types too (docs/verdict.md, "Which
+// finding decides").
 constexpr int kDesertMask = EXIT_SIGNALS | EXIT_VARIANTS | EXIT_ANALYSES | EXIT_UNITS | EXIT_FORMAT;
 
 struct GradeRule {
@@ -29,13 +31,14 @@ constexpr const char *kGradeNames[] = {"PASS", "FAIL_I", "FAIL_PV", "FAIL_V", "F
 
 } // namespace
 
-int masked_status(int exit_status, const ExitMasks &masks)
+int masked_status(unsigned exit_status, const ExitMasks &masks)
 {
+    const auto status = static_cast<int>(exit_status);
     if (debugging(DEBUG_MASKS)) {
-        transcript_printf(" exit status before masks = %d\n", exit_status);
+        transcript_printf(" exit status before masks = %d\n", status);
         transcript_printf("    pem = %d, nem = %d\n", masks.positive, masks.negative);
     }
-    int masked = exit_status & masks.positive & ~masks.negative;
+    int masked = status & masks.positive & ~masks.negative;
     if (desert) {
         if (debugging(DEBUG_MASKS)) {
             transcript_printf("    desert nem = %d\n", kDesertMask);
@@ -58,7 +61,7 @@ ExitGrade exit_grade(int masked)
     return GRADE_FAIL_SV;
 }
 
-void end_with_grade(int exit_status, const ExitMasks &masks)
+ExitGrade report_grade(unsigned exit_status, const ExitMasks &masks)
 {
     const int masked = masked_status(exit_status, masks);
     const ExitGrade grade = exit_grade(masked);
@@ -68,5 +71,6 @@ void end_with_grade(int exit_status, const ExitMasks &masks)
     } else {
         transcript_printf("  (exit status = %d)\n\n", masked);
     }
-    end_run(grade);
+    note_end({exit_status, masked, grade});
+    return grade;
 }

@@ -19,13 +19,14 @@ struct ExitMasks {
 };
 
 // What is left of the exit status behind the masks, that of -desert included.
-int masked_status(int exit_status, const ExitMasks &masks);
+int masked_status(unsigned exit_status, const ExitMasks &masks);
 
-// The grade of a masked status. A NaN outranks everything; then informational differences win over
-// violations: the order is the interface, not the grade numbers.
+// The grade of a masked status. A NaN outranks everything.
+// Kept: then informational differences win over violations: the order decides, not the grade numbers
+// (docs/verdict.md, "Which finding decides").
 ExitGrade exit_grade(int masked);
 
-// Prints the result and ends the process with its grade.
-[[noreturn]] void end_with_grade(int exit_status, const ExitMasks &masks);
+// Prints the result of a run. Returns its grade.
+ExitGrade report_grade(unsigned exit_status, const ExitMasks &masks);
 
 #endif

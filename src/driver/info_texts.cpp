@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "driver/info_texts.h"
 
-#include "compare/exit_bits.h"
+#include "support/exit_bits.h"
 #include "support/transcript.h"
 
 namespace

@@ -3,9 +3,6 @@
 #ifndef TRESK_DRIVER_NUMBER_INDEX_H
 #define TRESK_DRIVER_NUMBER_INDEX_H
 
-#include "compare/exit_bits.h"
-#include "support/transcript.h"
-
 #include <unordered_map>
 
 // Finds the first record of a number in a list. Matched records are found again: a second record of
@@ -32,15 +29,13 @@ template <typename Form> class NumberIndex
     std::unordered_map<int, Form *> first_;
 };
 
-// Warns of every record of the list that is not matched. Returns EXIT_VARIANTS if there is one.
-template <typename Form> unsigned report_unmatched(const Form *list, const char *what, const char *other_file)
+// Calls report(record) for every record of the list that is not matched. Returns the bits of all.
+template <typename Form, typename Report> unsigned report_unmatched(const Form *list, Report report)
 {
     unsigned bits = 0;
     for (const Form *form = list; form != nullptr; form = form->next) {
         if (!form->matched) {
-            bits = EXIT_VARIANTS;
-            transcript_printf("Warning : %s number %d is not present in %s file.\n", what, form->number,
-                              other_file);
+            bits |= report(*form);
         }
     }
     return bits;

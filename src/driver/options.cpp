@@ -2,7 +2,6 @@
 #include "driver/options.h"
 
 #include "driver/info_texts.h"
-#include "read/read_state.h"
 #include "read/tk_alloc.h"
 #include "support/settings.h"
 #include "support/transcript.h"
@@ -11,6 +10,9 @@
 #include <cstring>
 #include <strings.h>
 
+PF *ref_file = nullptr;
+PF *com_file = nullptr;
+
 namespace
 {
 
@@ -18,7 +20,9 @@ enum class Match { EXACT, ANY_CASE, ANY_WORD };
 enum class Action { FLAG, REAL, DECIMAL, MASK, INDEX, EXPLAIN_CODE, LIST_CODES, HELP };
 
 // An option is found by its second character alone; of the rules for that character the first that
-// matches holds. So "-abstol", "-a" and "-axyz" are one option, and "-ronly" is a relative tolerance.
+// matches holds.
+// Kept: "-abstol", "-a" and "-axyz" are one option, and "-ronly" is a relative tolerance
+// (docs/verdict.md, "Odd tolerances").
 struct OptionRule {
     const char *letters;
     const char *word;
@@ -93,27 +97,27 @@ struct Arguments {
     }
 };
 
-// Runs the action of a rule, which may take the next argument and may end the run.
-void apply(const OptionRule &rule, Arguments &arguments)
+// Runs the action of a rule, which may take the next argument. Returns whether the scan goes on.
+bool apply(const OptionRule &rule, Arguments &arguments)
 {
     switch (rule.action) {
     case Action::FLAG:
         *rule.number = 1;
-        return;
+        return true;
     case Action::REAL:
         *rule.real = std::atof(arguments.take());
-        return;
+        return true;
     case Action::DECIMAL:
         *rule.number = std::atoi(arguments.take());
-        return;
+        return true;
     case Action::INDEX:
         pun_index = 1;
         *rule.number = 1;
-        return;
+        return true;
     case Action::MASK:
         if (arguments.more()) {
             *rule.number = std::atoi(arguments.take());
-            return;
+            return true;
         }
         printExitMaskUsage();
         break;
@@ -131,7 +135,7 @@ void apply(const OptionRule &rule, Arguments &arguments)
         printHelp(arguments.values[0]);
         break;
     }
-    end_run(0);
+    return false;
 }
 
 void ignore_argument(const char *argument)
@@ -168,15 +172,16 @@ void read_environment()
 RunOptions scan_arguments(int argc, char **argv)
 {
     Arguments arguments{argc, argv};
-    while (arguments.more()) {
+    bool goes_on = true;
+    while (goes_on && arguments.more()) {
         const char *argument = arguments.take();
         if (argument[0] != '-') {
             take_file_name(argument);
         } else if (const OptionRule *rule = find_rule(argument)) {
-            apply(*rule, arguments);
+            goes_on = apply(*rule, arguments);
         } else {
             ignore_argument(argument);
         }
     }
-    return RunOptions{masks, indexscript != 0};
+    return RunOptions{masks, indexscript != 0, !goes_on};
 }

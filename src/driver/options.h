@@ -4,17 +4,23 @@
 #define TRESK_DRIVER_OPTIONS_H
 
 #include "driver/exit_grade.h"
+#include "read/records.h"
 
 struct RunOptions {
     ExitMasks masks;
-    bool indexscript = false; // index mode without the banner
+    bool indexscript = false;      // index mode without the banner
+    bool information_only = false; // an option has printed its text, and that is all
 };
+
+// The files that the arguments name, null where there is none; made by scan_arguments.
+extern PF *ref_file; // golden
+extern PF *com_file; // regression
 
 // Takes over TRESK_DEBUG and KORSIM3_REVERSE_BYTES.
 void read_environment();
 
 // Scans the arguments: writes the settings, makes ref_file and com_file of the file names, reports
-// what it does not know. An information-only option prints its text and ends the run with status 0.
+// what it does not know. An information-only option prints its text and ends the scan.
 RunOptions scan_arguments(int argc, char **argv);
 
 #endif

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "driver/tk_modify.h"
 
+#include "compare/missing_lines.h"
 #include "compare/tk_compare.h"
+#include "compare/variant_lines.h"
 #include "driver/number_index.h"
 
 namespace
@@ -9,43 +11,19 @@ namespace
 
 constexpr int kNoModify = -10;
 
-// A NaN counts as unknown here, since it is neither below nor above the mark.
-bool is_unknown(double temperature)
-{
-    return !(temperature < kUnknownTemperature) && !(temperature > kUnknownTemperature);
-}
-
-void print_temperature(const char *label, double temperature)
-{
-    transcript_puts(label);
-    if (is_unknown(temperature)) {
-        transcript_puts("UNKNOWN\n");
-    } else {
-        transcript_printf("%g\n", temperature);
-    }
-}
-
-unsigned compare_temperatures(double ref, double com)
-{
-    if (ref < com || ref > com) {
-        transcript_puts("Run temperature is different\n");
-        print_temperature("Reference file temperature : ", ref);
-        print_temperature("Comparison file temperature: ", com);
-        return EXIT_UNITS;
-    }
-    print_temperature("Temperature: ", ref);
-    return 0;
-}
-
 unsigned compare_modifies(MODIFYform &ref, MODIFYform &com, int rerun_number)
 {
     ref.matched = 1;
     com.matched = 1;
-    transcript_puts("\n*************************************\n");
-    transcript_printf("** COMPARING RERUN %d MODIFY %d DATA **", rerun_number, ref.number);
-    transcript_puts("\n*************************************\n\n");
-    const unsigned bits = compare_temperatures(ref.temperature, com.temperature);
+    begin_modify_pair(rerun_number, ref, com);
+    const unsigned bits = report_temperatures(ref, com);
     return bits | tk_compare_all(&ref, &com);
+}
+
+unsigned report_missing_modifies(const MODIFYform *list, Side lacking)
+{
+    return report_unmatched(
+        list, [lacking](const MODIFYform &modify) { return report_missing_modify(modify, lacking); });
 }
 
 } // namespace
@@ -59,6 +37,7 @@ unsigned tk_modify(RERUNform *ref_rerun, RERUNform *com_rerun, int rerun_number)
             bits |= compare_modifies(*modify, *partner, rerun_number);
         }
     }
-    bits |= report_unmatched(ref_rerun->modify, "modify", "comparison");
-    return bits | report_unmatched(com_rerun->modify, "modify", "reference");
+    leave_modifies();
+    bits |= report_missing_modifies(ref_rerun->modify, Side::COMPARISON);
+    return bits | report_missing_modifies(com_rerun->modify, Side::REFERENCE);
 }

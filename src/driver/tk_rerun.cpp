@@ -1,35 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "driver/tk_rerun.h"
 
+#include "compare/missing_lines.h"
+#include "compare/variant_lines.h"
 #include "driver/number_index.h"
 #include "driver/tk_modify.h"
 #include "support/settings.h"
-
-#include <cstring>
 
 namespace
 {
 
 constexpr int kNoRerun = -1;
 
-// Titles are told, not judged: a difference raises no bit. An absent title counts as an empty one.
-void compare_titles(const RERUNform &ref, const RERUNform &com)
+unsigned compare_reruns(RERUNform &ref, RERUNform &com)
 {
-    if (ref.title == nullptr && com.title == nullptr) {
-        return;
-    }
-    if (ref.title == nullptr) {
-        transcript_printf("Reference file has missing title for rerun %d\n", ref.number);
-    } else if (com.title == nullptr) {
-        transcript_printf("Comparison file has missing title for rerun %d\n", ref.number);
-    }
-    const char *ref_title = ref.title != nullptr ? ref.title : "";
-    const char *com_title = com.title != nullptr ? com.title : "";
-    if (std::strcmp(ref_title, com_title) != 0) {
-        transcript_printf("Run titles for rerun %d are different\n", ref.number);
-        transcript_printf("Reference file title:\n%s\n", ref_title);
-        transcript_printf("Comparison file title:\n%s\n", com_title);
-    }
+    ref.matched = 1;
+    com.matched = 1;
+    note_rerun_pair(ref, com);
+    const unsigned bits = desert ? 0 : report_titles(ref, com);
+    return bits | tk_modify(&ref, &com, ref.number);
+}
+
+unsigned report_missing_reruns(const RERUNform *list, Side lacking)
+{
+    return report_unmatched(
+        list, [lacking](const RERUNform &rerun) { return report_missing_rerun(rerun, lacking); });
 }
 
 } // namespace
@@ -39,17 +34,11 @@ unsigned tk_rerun(PF *ref, PF *com)
     unsigned bits = 0;
     const NumberIndex<RERUNform> partners(com->rerun, kNoRerun);
     for (RERUNform *rerun = ref->rerun; rerun != nullptr; rerun = rerun->next) {
-        RERUNform *partner = partners.find(rerun->number);
-        if (partner == nullptr) {
-            continue;
+        if (RERUNform *partner = partners.find(rerun->number)) {
+            bits |= compare_reruns(*rerun, *partner);
         }
-        rerun->matched = 1;
-        partner->matched = 1;
-        if (!desert) {
-            compare_titles(*rerun, *partner);
-        }
-        bits |= tk_modify(rerun, partner, rerun->number);
     }
-    bits |= report_unmatched(ref->rerun, "rerun", "comparison");
-    return bits | report_unmatched(com->rerun, "rerun", "reference");
+    leave_reruns();
+    bits |= report_missing_reruns(ref->rerun, Side::COMPARISON);
+    return bits | report_missing_reruns(com->rerun, Side::REFERENCE);
 }

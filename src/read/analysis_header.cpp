@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "read/analysis_header.h"
 
+#include "read/analysis_traits.h"
 #include "read/checked_number.h"
-#include "read/read_state.h"
+#include "read/index_table.h"
 #include "read/signal_totals.h"
 #include "support/settings.h"
 #include "support/slab.h"
@@ -59,41 +60,40 @@ bool read_variant(PunchStream &stream, Variant &variant)
     return !field_is_cut_off();
 }
 
-// Tells of the modify just finished and of the one that begins.
-void report_new_modify(ReaderState &state)
+// Prints the totals of the modify just finished, and which one begins.
+void report_new_modify(TreePlace &place)
 {
-    if (!state.first_header) {
+    if (!place.first_header) {
         print_signal_totals();
     }
-    state.first_header = false;
+    place.first_header = false;
     if (!pun_index) {
-        transcript_printf("  Reading rerun %d modify %d :\n", state.rerun->number, state.modify->number);
+        transcript_printf("  Reading rerun %d modify %d :\n", place.rerun->number, place.modify->number);
     }
 }
 
-void enter_variant(ReaderState &state, const Variant &variant)
+void enter_variant(TreePlace &place, const Variant &variant)
 {
-    if (state.rerun == nullptr || state.rerun->number != variant.rerun) {
-        open_rerun(state, variant.rerun, variant.modify, variant.temperature);
-    } else if (state.modify->number != variant.modify) {
-        open_modify(state, variant.modify, variant.temperature);
+    if (place.rerun == nullptr || place.rerun->number != variant.rerun) {
+        open_rerun(place, variant.rerun, variant.modify, variant.temperature);
+    } else if (place.modify->number != variant.modify) {
+        open_modify(place, variant.modify, variant.temperature);
     } else {
-        state.modify->temperature = variant.temperature;
+        place.modify->temperature = variant.temperature;
         return;
     }
-    report_new_modify(state);
+    report_new_modify(place);
 }
 
 } // namespace
 
-bool read_analysis_header(ReaderState &state)
+bool read_analysis_header(PunchStream &stream, TreePlace &place)
 {
-    PunchStream &stream = *state.stream;
-    state.xunits = nullptr;
-    state.xfunc = nullptr;
-    state.analysis = analysis_of_header_word(tk_nxfield(stream).c_str());
+    place.xunits = nullptr;
+    place.xfunc = nullptr;
+    place.analysis = analysis_of_header_word(tk_nxfield(stream).c_str());
     const bool cut_off = field_is_cut_off();
-    if (state.analysis == kNoAnalysis && !cut_off) {
+    if (place.analysis == kNoAnalysis && !cut_off) {
         transcript_printf("ERROR : unknown analysis type in punch file (%s)\n", tk_field.c_str());
         return false;
     }
@@ -102,6 +102,6 @@ bool read_analysis_header(ReaderState &state)
         transcript_puts("ERROR : nonstandard punch file syntax\n");
         return false;
     }
-    enter_variant(state, variant);
+    enter_variant(place, variant);
     return true;
 }

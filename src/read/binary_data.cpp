@@ -19,8 +19,8 @@ template <typename Value> double read_value(PunchStream &stream)
     std::memcpy(bytes, stream.window + stream.position, held);
     stream.position += held;
     double value = 0.0;
-    tk_eolnflag = binary_needs_swap() ? decode_binary<Value, true>(bytes, value)
-                                      : decode_binary<Value, false>(bytes, value);
+    tk_noteEndMark(binary_needs_swap() ? decode_binary<Value, true>(bytes, value)
+                                       : decode_binary<Value, false>(bytes, value));
     return value;
 }
 

@@ -50,7 +50,7 @@ int take_data_format();
 // Whether stored values must be swapped to the byte order of this machine.
 bool binary_needs_swap();
 
-// Reads one double, or one value of a DataFormat. tk_eolnflag tells whether it was the end mark.
+// Reads one double, or one value of a DataFormat. tk_endMarkMet returns whether it was the end mark.
 double BINrdDBL(PunchStream &stream);
 double BINrdFLT(PunchStream &stream, int format);
 

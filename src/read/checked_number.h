@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Checked conversion of the numbers in a punch file. A bad number is told on the transcript; its
-// converted value is used all the same.
+// Checked conversion of the numbers in a punch file. A bad number is reported on the transcript.
+// Kept: its converted value is used all the same (docs/verdict.md, "What is not a value").
 #ifndef TRESK_READ_CHECKED_NUMBER_H
 #define TRESK_READ_CHECKED_NUMBER_H
 
@@ -8,7 +8,7 @@
 
 #include <string>
 
-// The value of strtod on text, with one of three "*ERROR*" lines where errno tells of trouble.
+// The value of strtod on text, with one of three "*ERROR*" lines where errno reports trouble.
 double tk_atof(const std::string &text);
 
 // The next field as a number.

@@ -13,7 +13,7 @@ enum AnalysisCode : int {
     TR_FORCE = 5,  // .FORCE inside a TR analysis
     PSS_FORCE = 6, // .FORCE inside a PSS analysis
     AC = 7,
-    DISTO = 8, // a signal with distortion units, told by its YUNITS
+    DISTO = 8, // a signal whose YUNITS are those of distortion
     NOISE = 9,
     PZ = 10,
     DC = 11,
@@ -47,12 +47,6 @@ constexpr bool is_analysis(int code)
 {
     return code >= 0 && code < kAnalysisCount;
 }
-
-// Name used by the debug dump and the index table ("TR FORCE"); "UNKNOWN" outside 0 to 21.
-const char *analysis_name(int code);
-
-// Code of the analysis word of a header ("TR"), kNoAnalysis for any other word.
-int analysis_of_header_word(const char *word);
 
 // "TEXT", "BINARY", "BINARY_DBL" or "UNKNOWN".
 const char *format_name(int format);

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "read/control_statements.h"
 
-#include "read/read_state.h"
+#include "read/analysis_traits.h"
 #include "read/record_dump.h"
+#include "read/signal_totals.h"
 #include "read/solution_reader.h"
 #include "read/tk_alloc.h"
 #include "support/settings.h"
@@ -13,88 +14,81 @@ namespace
 {
 
 // Reads one list of an .IN statement.
-Isoln *read_list(ReaderState &state, int kind, int &statement_counter)
+Isoln *read_list(PunchStream &stream, const TreePlace &place, AnalysisCode kind)
 {
-    Isoln *list = tk_read_isoln(*state.stream, kind);
-    ++statement_counter;
+    Isoln *list = tk_read_isoln(stream, kind);
+    ++traits_of(kind).totals.counter;
     if (debugging(DEBUG_READ)) {
-        print_isoln(state.rerun, state.modify, list, kind);
+        print_isoln(place.rerun, place.modify, list, kind);
     }
     return list;
 }
 
 // A .IN DC statement has two lists; comment lines may stand between them.
-void read_dc_lists(ReaderState &state)
+INDCform *read_dc_lists(PunchStream &stream, const TreePlace &place)
 {
-    PunchStream &stream = *state.stream;
     INDCform *indc = tk_INDCform_alloc();
-    state.modify->indc = indc;
-    indc->first = read_list(state, INDC1, INDCcnt);
+    indc->first = read_list(stream, place, INDC1);
     while (tk_nxchar() == '*' && !tk_eofflag) {
         tk_BUFreadLine(stream);
     }
     if (!tk_eofflag) {
         tk_dropfields(stream, 2);
-        indc->second = read_list(state, INDC2, INDCcnt);
+        indc->second = read_list(stream, place, INDC2);
     }
+    return indc;
 }
 
-void read_in_statement(ReaderState &state)
+void read_in_statement(PunchStream &stream, const TreePlace &place)
 {
-    MODIFYform &modify = *state.modify;
-    const std::string &kind = tk_nxfield(*state.stream);
+    MODIFYform &modify = *place.modify;
+    const std::string &kind = tk_nxfield(stream);
     if (kind == "TR") {
-        modify.intr = read_list(state, INTR, INTRcnt);
+        modify.intr = read_list(stream, place, INTR);
     } else if (kind == "PSS") {
-        modify.inpss = read_list(state, INPSS, INPSScnt);
+        modify.inpss = read_list(stream, place, INPSS);
     } else if (kind == "OP") {
-        modify.inop = read_list(state, INOP, INOPcnt);
+        modify.inop = read_list(stream, place, INOP);
     } else if (kind == "DC") {
-        read_dc_lists(state);
+        modify.indc = read_dc_lists(stream, place);
     }
 }
 
-void append_force(TPsoln *&head, TPsoln *&last, TPsoln *force)
+void read_force_statement(PunchStream &stream, TreePlace &place)
 {
-    (head == nullptr ? head : last->next) = force;
-    last = force;
-}
-
-void read_force_statement(ReaderState &state)
-{
-    TPsoln *force = tk_read_TPsoln(*state.stream, state.analysis);
+    TPsoln *force = tk_read_TPsoln(stream, place.analysis);
     if (force == nullptr) {
         return;
     }
-    if (state.analysis == TR) {
+    if (place.analysis == TR) {
         force->analysis = TR_FORCE;
-        append_force(state.modify->trforce, state.last_trforce, force);
+        place.trforces.append(force);
         ++TRFORCEcnt;
     } else {
-        force->analysis = state.analysis == PSS ? PSS_FORCE : state.analysis;
-        append_force(state.modify->pssforce, state.last_pssforce, force);
+        force->analysis = place.analysis == PSS ? PSS_FORCE : place.analysis;
+        place.pssforces.append(force);
         ++PSSFORCEcnt;
     }
     if (debugging(DEBUG_READ)) {
-        print_tpsoln(state.rerun, state.modify, force);
+        print_tpsoln(place.rerun, place.modify, force);
     }
 }
 
 } // namespace
 
-void read_control_statement(ReaderState &state)
+void read_control_statement(PunchStream &stream, TreePlace &place)
 {
-    require_modify(state);
-    const std::string &statement = tk_nxfield(*state.stream);
+    require_modify(place);
+    const std::string &statement = tk_nxfield(stream);
     if (statement == ".IN") {
-        read_in_statement(state);
+        read_in_statement(stream, place);
     } else if (statement == ".FORCE") {
-        read_force_statement(state);
+        read_force_statement(stream, place);
     } else {
         transcript_printf(" WARNING : Unknown control statement in punch file (%s), ignored\n",
-                          state.file->name);
+                          place.file->name);
         while (!tk_eolnflag) {
-            tk_nxfield(*state.stream);
+            tk_nxfield(stream);
         }
     }
 }

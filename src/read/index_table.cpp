@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "read/index_table.h"
 
-#include "read/codes.h"
-#include "read/read_state.h"
+#include "read/analysis_traits.h"
 #include "support/settings.h"
 #include "support/slab.h"
 #include "support/transcript.h"
@@ -14,6 +13,8 @@
 #include <string>
 
 std::FILE *indx_fpt = nullptr;
+char *rundate = nullptr;
+char *runtime = nullptr;
 
 const char kIndexFirstLine[] = "*$$\n";
 const char kIndexMarkerLine[] = "*$$ --- BEGIN PUNCH FILE INDEX TABLE ---\n";
@@ -50,24 +51,6 @@ const char *or_empty(const char *text)
     return text != nullptr ? text : "";
 }
 
-bool is_one_of(int analysis, std::initializer_list<int> codes)
-{
-    return std::find(codes.begin(), codes.end(), analysis) != codes.end();
-}
-
-const char *default_xunits(int analysis)
-{
-    if (is_one_of(analysis, {AC, PAC, PXF, PNOISE, XF})) {
-        return "frequency(Hz)";
-    }
-    return is_one_of(analysis, {TR, PSS}) ? "SECONDS" : "NULL";
-}
-
-const char *default_xfunc(int analysis)
-{
-    return is_one_of(analysis, {AC, XF, DC}) ? "LINEAR" : "NULL";
-}
-
 const char *units_by_first_letter(char letter)
 {
     switch (letter) {
@@ -80,7 +63,7 @@ const char *units_by_first_letter(char letter)
     case 'P':
         return "WATTS";
     case 'Q':
-        return "COLOUMBS"; // spelled so in every table written yet
+        return "COLOUMBS"; // Kept: spelled so in every table (docs/punch-format.md, "Index table")
     default:
         return "VOLTS";
     }
@@ -149,26 +132,16 @@ const char *getYunits(const char *name, int analysis)
         transcript_puts("getYunits: signal name is NULL!\n");
         return nullptr;
     }
-    switch (analysis) {
-    case AC:
-    case DISTO:
-    case NOISE:
-    case PAC:
-    case PXF:
-    case PNOISE:
-    case XF:
+    switch (is_analysis(analysis) ? traits_of(analysis).index.yunits : DefaultYUnits::UNKNOWN) {
+    case DefaultYUnits::BY_TWO_LETTERS:
         return frequency_units(name);
-    case PZ:
-        return "";
-    case DC:
-    case TR:
-    case FOUR:
-    case OP:
-    case PSS:
+    case DefaultYUnits::BY_LETTER:
         return units_by_first_letter(name[0]);
-    case MR:
+    case DefaultYUnits::MEASURE:
         return "MEASURE";
-    default: // STB has never been given a row here
+    case DefaultYUnits::EMPTY:
+        return "";
+    default:
         transcript_printf("getYunits: unknown analysis type (%d)\n", analysis);
         return "VOLTS";
     }
@@ -178,11 +151,12 @@ int print_wform_index(const RERUNform *rerun, const MODIFYform *modify, Wform *w
 {
     ++pun_index;
     const bool pole_zero_response = wform->analysis == AC && std::strcmp(wform->name, "IDPZ") == 0;
+    const IndexTraits &defaults = traits_of(wform->analysis).index;
     if (wform->xunits == nullptr) {
-        wform->xunits = slab_text(default_xunits(wform->analysis));
+        wform->xunits = slab_text(defaults.xunits);
     }
     if (wform->xfunc == nullptr) {
-        wform->xfunc = slab_text(default_xfunc(wform->analysis));
+        wform->xfunc = slab_text(defaults.xfunc);
     }
     GroupKey key{wform->analysis, rerun->number, modify->number, modify->temperature,
                  wform->format,   wform->xunits, wform->xfunc};
@@ -197,6 +171,13 @@ int print_wform_index(const RERUNform *rerun, const MODIFYform *modify, Wform *w
 
 int print_mirel_entry(const Wform *wform)
 {
-    return std::fprintf(indx_fpt, "*$:%s,%" PRId64 ",%d,%s\n", wform->name, wform->offset, wform->numpts,
-                        units_of(*wform));
+    static std::size_t buffered = 0;
+    const int size = std::fprintf(indx_fpt, "*$:%s,%" PRId64 ",%d,%s\n", wform->name, wform->offset,
+                                  wform->numpts, units_of(*wform));
+    buffered += size > 0 ? static_cast<std::size_t>(size) : 0;
+    if (buffered > kMirelBuffer / 2) {
+        std::fflush(indx_fpt);
+        buffered = 0;
+    }
+    return size;
 }

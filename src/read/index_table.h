@@ -13,6 +13,10 @@
 // the index modes.
 extern std::FILE *indx_fpt;
 
+// Date and time of the last DATE header, for the groups of the table; written by the header reader.
+extern char *rundate;
+extern char *runtime;
+
 // The two marker lines that begin a table; the second is how a later run knows it.
 extern const char kIndexFirstLine[];
 extern const char kIndexMarkerLine[];
@@ -21,7 +25,11 @@ extern const char kIndexMarkerLine[];
 // X function that the signal lacks. Adds 1 to pun_index.
 int print_wform_index(const RERUNform *rerun, const MODIFYform *modify, Wform *wform);
 
-// Writes the entry alone, on one line whatever its length.
+// Buffer that indx_fpt needs for print_mirel_entry.
+constexpr std::size_t kMirelBuffer = std::size_t{1024} * 1024;
+
+// Writes the entry alone, on one line whatever its length. Lines of half the buffer go out in one piece,
+// so that runs that append to the same file do not get into each other's lines.
 int print_mirel_entry(const Wform *wform);
 
 // Writes printf-formatted text and a line feed, folded: a line holds at most 74 characters, the

@@ -2,6 +2,7 @@
 #include "read/pole_zero_reader.h"
 
 #include "read/checked_number.h"
+#include "read/list_tail.h"
 #include "read/tk_alloc.h"
 #include "support/tk_buffer.h"
 #include "support/transcript.h"
@@ -92,7 +93,7 @@ bool read_block(PunchStream &stream, PZform &block)
 }
 
 // Whether the field just taken, which may be the faulty one, ended a line in front of a "*" line.
-// The transfer type line begins with "V" and ends so in a block that is in order.
+// Kept: not if that field begins with "V" (docs/punch-format.md, "Poles and zeros").
 bool before_comment_line()
 {
     return tk_eolnflag && tk_nxchar() == '*' && tk_field[0] != 'V';
@@ -130,14 +131,13 @@ PZform *tk_read_pzform(PunchStream &stream)
 TRI *tk_read_TRI_list(PunchStream &stream)
 {
     TRI *head = nullptr;
-    TRI **tail = &head;
+    ListTail<TRI> tail(head);
     while (tk_nxchar() != '*' && !tk_eofflag) {
         TRI *root = tk_TRI_alloc();
         root->mag = next_number(stream);
         root->phase = next_number(stream);
         root->Q = next_number(stream);
-        *tail = root;
-        tail = &root->next;
+        tail.append(root);
     }
     return head;
 }

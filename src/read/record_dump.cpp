@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "read/record_dump.h"
 
-#include "read/codes.h"
+#include "read/analysis_traits.h"
 #include "support/transcript.h"
 
 namespace
@@ -29,7 +29,7 @@ void print_roots(const char *heading, const TRI *roots)
     }
 }
 
-// The kind names of a .FORCE dump: an internal quantity has always been shown as "CAP".
+// Kept: an internal quantity is shown as "CAP" (docs/punch-format.md, "What the transcript shows").
 const char *force_type_name(int type)
 {
     return type == NODE ? "NODE" : type == IND ? "IND" : "CAP";
@@ -44,7 +44,8 @@ void print_solution(const RERUNform *rerun, const MODIFYform *modify, const Isol
 
 void print_modify(const RERUNform *rerun, const MODIFYform *modify)
 {
-    // .IN solutions go under the names of the analyses they start.
+    // Kept: .IN solutions go under the names of the analyses they start (docs/punch-format.md, "What the
+    // transcript shows").
     print_solution(rerun, modify, modify->inop, OP);
     print_solution(rerun, modify, modify->intr, TR);
     print_solution(rerun, modify, modify->inpss, PSS);
@@ -62,7 +63,7 @@ void print_modify(const RERUNform *rerun, const MODIFYform *modify)
     for (const Wform *wform = modify->wform; wform != nullptr; wform = wform->next) {
         print_wform(rerun, modify, wform);
     }
-    // The first block stands for each of them; log scanners count them.
+    // Kept: the first block stands for each of them (docs/punch-format.md, "What the transcript shows").
     for (const PZform *block = modify->pzform; block != nullptr; block = block->next) {
         print_pzform(rerun, modify, modify->pzform);
     }

@@ -56,7 +56,7 @@ struct INDCform {
 
 // One .FORCE statement.
 struct TPsoln {
-    double time;   // in seconds; kUnknownTime when not told
+    double time;   // in seconds; kUnknownTime when not given
     double tshift; // in seconds
     int analysis;  // TR_FORCE, PSS_FORCE, or the code of any other analysis it stands in
     int matched;   // 1 once paired with a statement of the other file
@@ -78,7 +78,7 @@ struct PZform {
     char *oport; // output port
     int pztype;  // 1 voltage transfer, otherwise current transfer
     double pzval;
-    double tpunch_time; // time in a transient at which it was taken, in seconds; 0 when not told
+    double tpunch_time; // time in a transient at which it was taken, in seconds; 0 when not given
     TRI *poles;
     TRI *zeros;
     TRI *cpoles; // cancelled poles

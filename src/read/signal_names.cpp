@@ -24,7 +24,8 @@ void convert_modify(MODIFYform &modify)
         convert_values(modify.indc->first);
         convert_values(modify.indc->second);
     }
-    // A modify with both .FORCE lists keeps the case of the PSS names: harnesses have lived with it.
+    // Kept: of a modify with both .FORCE lists the PSS names keep their case (docs/verdict.md, "What
+    // only one file has").
     for (TPsoln *force = modify.trforce != nullptr ? modify.trforce : modify.pssforce; force != nullptr;
          force = force->next) {
         convert_values(force->isoln);

@@ -1,78 +1,60 @@
 // SPDX-License-Identifier: MIT
 #include "read/signal_totals.h"
 
-#include "read/read_state.h"
+#include "read/analysis_traits.h"
 #include "support/settings.h"
 #include "support/transcript.h"
+
+#include <utility>
+
+int ACcnt, DCcnt, TRcnt, NOcnt, DIcnt, FOcnt, MRcnt, PSScnt, PACcnt, PXFcnt, PNOISEcnt, XFcnt, STBcnt;
+int OPcnt, PZcnt;
+int INOPcnt, INTRcnt, INPSScnt;
+int INDCcnt;
+int TRFORCEcnt, PSSFORCEcnt;
+int INOPsigcnt, INTRsigcnt, INPSSsigcnt, INDCsigcnt, TRFORCEsigcnt, PSSFORCEsigcnt;
 
 namespace
 {
 
-struct StatementTotal {
-    int &statements;
-    const int &values;
-    const char *name;
-};
-
-struct SignalTotal {
-    int &signals;
-    const char *name;
-};
-
-const StatementTotal kInTotals[] = {
-    {INOPcnt, INOPsigcnt, "OP"},
-    {INTRcnt, INTRsigcnt, "TR"},
-    {INPSScnt, INPSSsigcnt, "PSS"},
-    {INDCcnt, INDCsigcnt, "DC"},
-};
-
-const StatementTotal kForceTotals[] = {
-    {TRFORCEcnt, TRFORCEsigcnt, "TR"},
-    {PSSFORCEcnt, PSSFORCEsigcnt, "PSS"},
-};
-
-const SignalTotal kSignalTotals[] = {
-    {OPcnt, "OP"},         {TRcnt, "TR"},         {PSScnt, "PSS"},    {PACcnt, "PAC"}, {PXFcnt, "PXF"},
-    {PNOISEcnt, "PNOISE"}, {MRcnt, "MEASURE"},    {FOcnt, "Fourier"}, {DCcnt, "DC"},   {ACcnt, "AC"},
-    {NOcnt, "NOISE"},      {DIcnt, "DISTORTION"}, {XFcnt, "XF"},      {PZcnt, "PZ"},   {STBcnt, "STB"},
-};
-
-// Takes the count of a total, leaving 0 behind.
-int take(int &count)
+void print_total(const SignalTotal &total)
 {
-    const int taken = count;
-    count = 0;
-    return taken;
+    if (total.statements == 0) {
+        transcript_printf("    Found %d %s signal(s)\n", total.signals, total.name);
+    } else if (total.analysis == TR_FORCE || total.analysis == PSS_FORCE) {
+        transcript_printf("    Found %d %s .FORCE statement(s) with %d signal(s)\n", total.statements,
+                          total.name, total.signals);
+    } else {
+        transcript_printf("    Found .IN %s statement with %d signal(s)\n", total.name, total.signals);
+    }
 }
 
 } // namespace
+
+std::vector<SignalTotal> take_signal_totals()
+{
+    std::vector<SignalTotal> totals;
+    for (int line = 0; line < kTotalsLines; ++line) {
+        const AnalysisTraits &traits = traits_of_totals_line(line);
+        if (const int count = std::exchange(traits.totals.counter, 0)) {
+            const int *values = traits.totals.values;
+            totals.push_back({traits.code, traits.totals.name, values != nullptr ? count : 0,
+                              values != nullptr ? *values : count});
+        }
+    }
+    return totals;
+}
 
 void print_signal_totals()
 {
     if (indexmirel || indexrdinp) {
         return;
     }
-    bool found = false;
-    for (const StatementTotal &total : kInTotals) {
-        if (take(total.statements) != 0) {
-            transcript_printf("    Found .IN %s statement with %d signal(s)\n", total.name, total.values);
-            found = true;
-        }
+    const std::vector<SignalTotal> totals = take_signal_totals();
+    for (const SignalTotal &total : totals) {
+        print_total(total);
     }
-    for (const StatementTotal &total : kForceTotals) {
-        if (const int count = take(total.statements)) {
-            transcript_printf("    Found %d %s .FORCE statement(s) with %d signal(s)\n", count, total.name,
-                              total.values);
-            found = true;
-        }
-    }
-    for (const SignalTotal &total : kSignalTotals) {
-        if (const int count = take(total.signals)) {
-            transcript_printf("    Found %d %s signal(s)\n", count, total.name);
-            found = true;
-        }
-    }
-    if (!found) {
+    if (totals.empty()) {
         transcript_puts("  WARNING : No signals found in file...\n");
     }
     transcript_puts("\n");

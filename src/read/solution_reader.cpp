@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "read/solution_reader.h"
 
+#include "read/analysis_traits.h"
 #include "read/binary_data.h"
 #include "read/checked_number.h"
-#include "read/codes.h"
-#include "read/read_state.h"
+#include "read/list_tail.h"
+#include "read/name_length.h"
+#include "read/signal_totals.h"
 #include "read/tk_alloc.h"
-#include "support/tk_buffer.h"
+#include "support/signal_scanner.h"
 #include "support/transcript.h"
 
 #include <string>
@@ -14,11 +16,16 @@
 namespace
 {
 
-// A list of values under construction.
+// The values of one statement, under construction, and the counter of such values.
 struct ValueList {
+    explicit ValueList(AnalysisCode statement) : counter(*traits_of(statement).totals.values)
+    {
+        counter = 0;
+    }
+
+    int &counter;
     Isoln *head = nullptr;
-    Isoln **tail = &head;
-    int *counter;
+    ListTail<Isoln> tail{head};
 };
 
 // Reads the value named by token, which for an internal quantity is the first half of its name.
@@ -32,24 +39,9 @@ void read_value(PunchStream &stream, std::string name, int type, int analysis, V
     value->value = next_number(stream);
     value->type = type;
     value->analysis = analysis;
-    *list.tail = value;
-    list.tail = &value->next;
+    list.tail.append(value);
     note_name_length(name.size());
-    ++*list.counter;
-}
-
-int *value_counter(int kind)
-{
-    switch (kind) {
-    case INOP:
-        return &INOPsigcnt;
-    case INTR:
-        return &INTRsigcnt;
-    case INPSS:
-        return &INPSSsigcnt;
-    default:
-        return &INDCsigcnt;
-    }
+    ++list.counter;
 }
 
 // The kind that a word of a .FORCE list switches to, 0 for any other name.
@@ -92,7 +84,8 @@ void read_forced_values(PunchStream &stream, ValueList &list)
     int type = NODE;
     do {
         const std::string token = tk_nxsignal(stream);
-        // The word of the kind in force is no kind word: a node may be called NODE.
+        // Kept: the word of the kind in force is no kind word (docs/punch-format.md, "Forced
+        // solutions").
         const int kind = force_kind(token);
         if (kind != 0 && kind != type) {
             type = kind;
@@ -112,17 +105,18 @@ void leave_binary_line(PunchStream &stream)
     if (byte >= 0) {
         tk_BUFreadLine(stream);
     } else {
-        tk_eofflag = 1;
+        tk_stopReading();
     }
 }
 
-// Reads the two values behind a binary OP line: the sweep value, which is dropped, and the value. An
-// end mark in place of the first stands for a value of 0 and, in tk_eolnflag, for the end of the run.
+// Reads the two values behind a binary OP line: the sweep value, which is dropped, and the value.
+// Kept: an end mark in place of the first stands for a value of 0 and for the end of the run
+// (docs/punch-format.md, "Operating point").
 double read_binary_op_value(PunchStream &stream, int format)
 {
     double value = 0.0;
     BINrdFLT(stream, format);
-    if (!tk_eolnflag) {
+    if (!tk_endMarkMet()) {
         value = BINrdFLT(stream, format);
     }
     leave_binary_line(stream);
@@ -131,11 +125,9 @@ double read_binary_op_value(PunchStream &stream, int format)
 
 } // namespace
 
-Isoln *tk_read_isoln(PunchStream &stream, int kind)
+Isoln *tk_read_isoln(PunchStream &stream, AnalysisCode kind)
 {
-    ValueList list;
-    list.counter = value_counter(kind);
-    *list.counter = 0;
+    ValueList list(kind);
     tk_nxfield(stream);
     if (tk_nxchar() == '*') {
         tk_dropfields(stream, 8); // a comment line that heads the values
@@ -156,6 +148,7 @@ Isoln *tk_read_isoln(PunchStream &stream, int kind)
 Isoln *tk_read_op(PunchStream &stream, Isoln *list)
 {
     int format = NO_DATA;
+    bool ended = false;
     do {
         Isoln *value = tk_Isoln_alloc();
         value->next = list;
@@ -170,26 +163,27 @@ Isoln *tk_read_op(PunchStream &stream, Isoln *list)
         if (tk_field == "DATA") {
             format = take_data_format();
         }
-        // A format once met holds for the rest of the run of lines.
+        // Kept: a format once met holds for the rest of the run of lines (docs/punch-format.md,
+        // "Operating point").
         if (format == NO_DATA) {
             value->value = next_number(stream); // the field before it is the sweep value
+            ended = tk_eolnflag != 0;
         } else {
             tk_takeRestOfLine();
             value->value = read_binary_op_value(stream, format);
+            ended = tk_endMarkMet();
         }
         ++OPcnt;
-    } while (!tk_eolnflag && !tk_eofflag && tk_nxchar() != '*');
+    } while (!ended && !tk_eofflag && tk_nxchar() != '*');
     if (format != NO_DATA) {
-        tk_eolnflag = 0;
+        tk_forgetEndMark();
     }
     return list;
 }
 
 TPsoln *tk_read_TPsoln(PunchStream &stream, int analysis)
 {
-    ValueList list;
-    list.counter = analysis == TR ? &TRFORCEsigcnt : &PSSFORCEsigcnt;
-    *list.counter = 0;
+    ValueList list(analysis == TR ? TR_FORCE : PSS_FORCE);
     TPsoln *solution = tk_TPsoln_alloc();
     if (tk_nxchar() == '*' && !read_time_line(stream, *solution)) {
         return nullptr;

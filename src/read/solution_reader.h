@@ -3,12 +3,13 @@
 #ifndef TRESK_READ_SOLUTION_READER_H
 #define TRESK_READ_SOLUTION_READER_H
 
+#include "read/codes.h"
 #include "read/records.h"
 #include "support/punch_stream.h"
 
 // Reads the values of an .IN statement of kind INOP to INDC2. Returns them in file order, null when
 // there are none.
-Isoln *tk_read_isoln(PunchStream &stream, int kind);
+Isoln *tk_read_isoln(PunchStream &stream, AnalysisCode kind);
 
 // Reads one text OP line, or a run of binary ones, in front of the values in list. Returns the new
 // head: the newest value comes first. An unknown data format ends the run with status 1.

@@ -17,9 +17,11 @@ TPsoln *tk_TPsoln_alloc(); // time = kUnknownTime, analysis = -1
 Isoln *tk_Isoln_alloc();   // type = NODE, analysis = -1
 TRI *tk_TRI_alloc();
 
-extern Slab<PT> point_slab; // in the header for tk_PT_alloc alone
+// Points come one by one from tk_PT_alloc, or, from the reader of binary points, as a block of
+// neighbours that is reserved here.
+extern Slab<PT> point_slab;
 
-// Inline, since it is called once per point.
+// Inline, since it is called once per point of text data.
 inline PT *tk_PT_alloc()
 {
     return point_slab.take();

@@ -9,10 +9,10 @@
 #include "read/index_file.h"
 #include "read/index_table.h"
 #include "read/pole_zero_reader.h"
-#include "read/read_state.h"
-#include "read/reader_state.h"
 #include "read/record_dump.h"
+#include "read/signal_totals.h"
 #include "read/solution_reader.h"
+#include "read/tree_place.h"
 #include "read/waveform_reader.h"
 #include "support/settings.h"
 #include "support/slab.h"
@@ -35,11 +35,9 @@ int report_unreadable(const char *name, int reason)
 
 int open_file(const PF *file, PunchStream &stream)
 {
-    file_end = 0;
-    if (pun_index && !indexmirel && !prepare_punch_file(file->name)) {
-        return report_unreadable(file->name, errno);
-    }
-    if (!stream_open(stream, file->name)) {
+    const bool opened =
+        pun_index && !indexmirel ? open_punch_file(file->name, stream) : stream_open(stream, file->name);
+    if (!opened) {
         return report_unreadable(file->name, errno);
     }
     if (pun_index) {
@@ -53,121 +51,106 @@ int open_file(const PF *file, PunchStream &stream)
 }
 
 // The title is the text from the second character behind the word, as it stands.
-void read_title(ReaderState &state)
+void read_title(PunchStream &stream, TreePlace &place)
 {
-    require_modify(state);
-    state.rerun->title = slab_text(tk_textAfterField(2));
+    require_modify(place);
+    place.rerun->title = slab_text(tk_textAfterField(2));
     if (tk_onFieldLine()) {
-        tk_BUFreadLine(*state.stream);
+        tk_BUFreadLine(stream);
     }
 }
 
-// A comment line in front of a pole-zero block may tell the time it was taken at:
+// A comment line in front of a pole-zero block may hold the time it was taken at:
 // "* TRANSIENT TPUNCH TIME = 1e-9".
-void read_comment(ReaderState &state, bool transient)
+void read_comment(PunchStream &stream, TreePlace &place, bool transient)
 {
-    PunchStream &stream = *state.stream;
-    if (tk_eolnflag) {
-        tk_eolnflag = 0;
+    if (tk_takeLineEnd()) {
         return;
     }
-    if (state.analysis == PZ && transient && tk_nxfield(stream) == "TPUNCH" && tk_nxfield(stream) == "TIME") {
-        state.force_time = next_number(stream);
+    if (place.analysis == PZ && transient && tk_nxfield(stream) == "TPUNCH" && tk_nxfield(stream) == "TIME") {
+        place.force_time = next_number(stream);
     } else if (!tk_eolnflag) {
         tk_BUFreadLine(stream);
     }
 }
 
 // Reads a "*" line. Returns false when it is a header that cannot be read.
-bool read_star_line(ReaderState &state)
+bool read_star_line(PunchStream &stream, TreePlace &place)
 {
-    PunchStream &stream = *state.stream;
     tk_nxfield(stream);
-    if (tk_eolnflag) {
-        tk_eolnflag = 0;
+    if (tk_takeLineEnd()) {
         return true;
     }
     const std::string &keyword = tk_nxfield(stream);
     if (keyword == "---") { // an index table: no data follows
-        tk_eofflag = 1;
+        tk_stopReading();
     } else if (keyword == "ANALYSIS") {
-        return read_analysis_header(state);
+        return read_analysis_header(stream, place);
     } else if (keyword == "XUNITS") {
-        state.xunits = slab_text(tk_nxfield(stream));
-        if (state.analysis == TR && (tk_field == "FREQ" || tk_field == "HERTZ")) {
-            state.analysis = FOUR;
+        place.xunits = slab_text(tk_nxfield(stream));
+        if (place.analysis == TR && (tk_field == "FREQ" || tk_field == "HERTZ")) {
+            place.analysis = FOUR;
         }
     } else if (keyword == "X_FUNCTION") {
-        state.xfunc = slab_text(tk_nxfield(stream));
+        place.xfunc = slab_text(tk_nxfield(stream));
     } else if (keyword == "TITLE") {
-        read_title(state);
+        read_title(stream, place);
     } else {
-        read_comment(state, keyword == "TRANSIENT");
+        read_comment(stream, place, keyword == "TRANSIENT");
     }
     return true;
 }
 
-void read_pole_zero_block(ReaderState &state)
+void read_pole_zero_block(PunchStream &stream, TreePlace &place)
 {
-    PZform *block = tk_read_pzform(*state.stream);
-    if (state.modify->pzform == nullptr) {
-        state.modify->pzform = block;
-    } else {
-        state.last_block->next = block;
-    }
+    PZform *block = tk_read_pzform(stream);
     if (block != nullptr) {
-        block->tpunch_time = state.force_time;
-        state.last_block = block;
+        block->tpunch_time = place.force_time;
+        place.blocks.append(block);
         if (debugging(DEBUG_READ)) {
-            print_pzform(state.rerun, state.modify, block);
+            print_pzform(place.rerun, place.modify, block);
         }
     }
-    ++PZcnt;
-    state.force_time = 0.0;
+    ++PZcnt; // Kept: a block that was skipped counts (docs/punch-format.md, "Poles and zeros")
+    place.force_time = 0.0;
 }
 
-void read_signal(ReaderState &state)
+void read_signal(PunchStream &stream, TreePlace &place)
 {
-    Wform *signal = tk_read_wform(*state.stream, state.analysis);
-    if (state.new_modify || state.last_signal == nullptr) {
-        state.modify->wform = signal;
-    } else {
-        state.last_signal->next = signal;
-    }
-    state.last_signal = signal;
-    state.new_modify = false;
-    signal->xunits = tk_NEWstr(state.xunits);
-    signal->xfunc = tk_NEWstr(state.xfunc);
+    Wform *signal = tk_read_wform(stream, place.analysis);
+    place.signals.append(signal);
+    signal->xunits = tk_NEWstr(place.xunits);
+    signal->xfunc = tk_NEWstr(place.xfunc);
     if (debugging(DEBUG_READ)) {
-        print_wform(state.rerun, state.modify, signal);
+        print_wform(place.rerun, place.modify, signal);
     }
     if (indexmirel) {
         print_mirel_entry(signal);
     } else if (pun_index) {
-        print_wform_index(state.rerun, state.modify, signal);
+        print_wform_index(place.rerun, place.modify, signal);
     }
 }
 
 // Reads a data line of the current analysis. Returns false when there is none.
-bool read_data_line(ReaderState &state)
+bool read_data_line(PunchStream &stream, TreePlace &place)
 {
-    if (state.analysis == kNoAnalysis) {
+    if (place.analysis == kNoAnalysis) {
         transcript_puts("ERROR : illegal punch file format - unrecognized analysis type\n"
                         "        or missing/incomplete punch file header.\n");
         return false;
     }
-    if (state.analysis == OP) {
-        state.modify->op = tk_read_op(*state.stream, state.modify->op);
-    } else if (state.analysis == PZ) {
-        read_pole_zero_block(state);
+    if (place.analysis == OP) {
+        place.modify->op = tk_read_op(stream, place.modify->op);
+    } else if (place.analysis == PZ) {
+        read_pole_zero_block(stream, place);
     } else {
-        read_signal(state);
+        read_signal(stream, place);
     }
     return true;
 }
 
 // Reads blocks up to the end of the file. Returns false at a fault.
-bool read_blocks(ReaderState &state)
+bool read_blocks(PunchStream &stream, TreePlace &place)
 {
     for (;;) {
         const char c = tk_nxchar();
@@ -176,15 +159,13 @@ bool read_blocks(ReaderState &state)
             return true;
         }
         if (c == '\0') {
-            tk_nxfield(*state.stream);
+            tk_nxfield(stream);
         } else if (c == '.') {
-            read_control_statement(state);
+            read_control_statement(stream, place);
         } else if (c != '*') {
-            good = read_data_line(state);
-        } else if (tk_eolnflag) {
-            tk_eolnflag = 0;
-        } else {
-            good = read_star_line(state);
+            good = read_data_line(stream, place);
+        } else if (!tk_takeLineEnd()) {
+            good = read_star_line(stream, place);
         }
         if (!good) {
             return false;
@@ -203,13 +184,13 @@ int readfile(PF *file)
         return unopened;
     }
     tk_BUFinit(stream);
-    ReaderState state;
-    state.stream = &stream;
-    state.file = file;
-    const bool good = read_blocks(state);
+    TreePlace place(file);
+    const bool good = read_blocks(stream, place);
     stream_close(stream);
     if (!good) {
-        return READ_SYNTAX; // the format stays 0: whatever was read is no consistent file
+        // Kept: the format stays 0, which differs from that of any good file with waveforms
+        // (docs/verdict.md, "Files that cannot be read").
+        return READ_SYNTAX;
     }
     if (stream.error != 0) { // not the file's own end: the rest of it is unknown
         return report_unreadable(file->name, stream.error);

@@ -12,8 +12,8 @@ enum ReadResult : int {
     READ_UNOPENED = -3, // the file could not be opened for another reason
 };
 
-// Reads the file that file->name tells into the tree below file, up to its end or its index table.
-// In the index modes, writes the index table as it goes. Faults are told on the transcript.
+// Reads the file called file->name into the tree below file, up to its end or its index table. In
+// the index modes, writes the index table as it goes. Faults are reported on the transcript.
 int readfile(PF *file);
 
 #endif

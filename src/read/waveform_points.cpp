@@ -67,7 +67,8 @@ class PointAppender
     }
 
   private:
-    // A NaN replaces the minimum and then stays, since nothing is smaller.
+    // Kept: a NaN replaces the minimum and then stays, since nothing is smaller (docs/punch-format.md,
+    // "What the transcript shows").
     static void widen(double value, double &lowest, double &highest)
     {
         if (value < lowest || value != value) {
@@ -78,7 +79,7 @@ class PointAppender
         }
     }
 
-    // The same for many points, without a branch for each; a sum tells whether there was a NaN.
+    // The same for many points, without a branch for each; a sum shows whether there was a NaN.
     void widen(const PT *points, std::size_t count)
     {
         PointVector lowest{xmin_, ymin_};
@@ -222,7 +223,7 @@ template <typename Value> std::uint64_t read_values(PunchStream &stream, Wform &
 
 } // namespace
 
-void read_text_points(PunchStream &stream, Wform &wform, const std::string &first_x)
+void read_text_points(PunchStream &stream, Wform &wform, const std::function<double()> &first_x)
 {
     if (pun_index) {
         count_text_points(stream, wform);
@@ -233,7 +234,7 @@ void read_text_points(PunchStream &stream, Wform &wform, const std::string &firs
     double x = 0.0;
     while (!tk_eolnflag && !tk_eofflag) {
         if (count == 0) {
-            x = tk_atof(first_x);
+            x = first_x();
         } else if (!next_x(stream, x)) {
             break;
         }

@@ -7,12 +7,12 @@
 #include "read/records.h"
 #include "support/punch_stream.h"
 
-#include <string>
+#include <functional>
 
-// Reads text points up to the end of the logical line, x and y alternating; first_x is the field
-// already taken. Of an odd number of values the last x is dropped. Numbers, ranges and points go
+// Reads text points up to the end of the logical line, x and y alternating; first_x converts the
+// token already taken. Of an odd number of values the last x is dropped. Numbers, ranges and points go
 // to wform; in the index modes only their number.
-void read_text_points(PunchStream &stream, Wform &wform, const std::string &first_x);
+void read_text_points(PunchStream &stream, Wform &wform, const std::function<double()> &first_x);
 
 // Reads the binary points of wform.format from the stream, up to and including the end mark.
 // Data layout: x, y, x, y ...; one byte to be dropped after every 10th point; the end mark in place

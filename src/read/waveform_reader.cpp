@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "read/waveform_reader.h"
 
+#include "read/analysis_traits.h"
 #include "read/binary_data.h"
 #include "read/checked_number.h"
-#include "read/codes.h"
-#include "read/read_state.h"
+#include "read/look_ahead.h"
+#include "read/name_length.h"
+#include "read/signal_totals.h"
 #include "read/tk_alloc.h"
 #include "read/waveform_points.h"
-#include "support/tk_buffer.h"
+#include "support/signal_scanner.h"
 #include "support/transcript.h"
 
 #include <string>
+
+int fsDataFormat = NO_DATA;
+int fsFormatErr = 0;
 
 namespace
 {
@@ -18,37 +23,14 @@ namespace
 constexpr double kNoMinimum = 1e30; // range fields of a signal without points
 constexpr double kNoMaximum = -1e30;
 
-int *signal_counter(int analysis)
+// The traits of an analysis that has signals; any other ends the run.
+const AnalysisTraits &signal_traits(int analysis)
 {
-    switch (analysis) {
-    case AC:
-        return &ACcnt;
-    case NOISE:
-        return &NOcnt;
-    case DC:
-        return &DCcnt;
-    case TR:
-        return &TRcnt;
-    case FOUR:
-        return &FOcnt;
-    case MR:
-        return &MRcnt;
-    case PSS:
-        return &PSScnt;
-    case PAC:
-        return &PACcnt;
-    case PXF:
-        return &PXFcnt;
-    case PNOISE:
-        return &PNOISEcnt;
-    case XF:
-        return &XFcnt;
-    case STB:
-        return &STBcnt;
-    default:
+    if (!is_analysis(analysis) || traits_of(analysis).signal_header == SignalHeader::NO_SIGNALS) {
         transcript_puts("ERROR in tk_read_wform, unknown or unexpected analysis type\n\n");
         end_run(-1);
     }
+    return traits_of(analysis);
 }
 
 bool is_distortion_unit(const std::string &units)
@@ -57,42 +39,49 @@ bool is_distortion_unit(const std::string &units)
 }
 
 // The header of a signal is read one token ahead: the current token is the first that is not yet
-// used. There is none once the header has used up its logical line: such a signal has no points.
+// used. There is none once the header has used up its logical line: such a signal has no points. An
+// element of a bus range that an earlier header left pending is a token without a text: it is no word of
+// the header, and its text may be long.
 class HeaderReader
 {
   public:
     HeaderReader(PunchStream &stream, Wform &wform) : stream_(stream), wform_(wform)
     {
-        token_ = tk_nxsignal(stream_);
+        is_element_ = tk_nxelement(element_);
+        if (!is_element_) {
+            token_ = tk_nxsignal(stream_);
+        }
     }
 
-    // Reads the header. Returns the current token: "DATA", or the first x of text data.
-    std::string read()
+    // Reads the header. True if it ends in DATA.
+    bool read()
     {
-        switch (wform_.analysis) {
-        case DC:
-        case FOUR:
-            take_units();
-            break;
-        case TR:
-        case MR:
-        case PSS:
+        const SignalHeader header = traits_of(wform_.analysis).signal_header;
+        if (header == SignalHeader::SHIFT_AND_UNITS) {
             take_time_shift();
-            take_units();
-            break;
-        default:
-            if (take_units()) {
-                classify();
-            }
-            break;
         }
-        return token_;
+        if (take_units() && header == SignalHeader::KIND_UNITS) {
+            classify();
+        }
+        return token_ == "DATA";
+    }
+
+    // The current token as the first x of text data.
+    double first_x() const
+    {
+        if (!is_element_) {
+            return tk_atof(token_);
+        }
+        int error = 0;
+        const double x = tk_elementNumber(stream_, element_, error);
+        return error == 0 ? x : tk_atof(tk_elementText(stream_, element_));
     }
 
   private:
     void next_token()
     {
         token_.clear();
+        is_element_ = false;
         if (!tk_eolnflag) {
             token_ = tk_nxfield(stream_);
         }
@@ -108,8 +97,9 @@ class HeaderReader
         return true;
     }
 
-    // Units tell noise and distortion signals from their neighbours. ACcnt is taken back whatever
-    // the analysis was: the totals have always been counted so.
+    // Noise and distortion signals are known by their units.
+    // Kept: ACcnt is taken back whatever the analysis was (docs/punch-format.md, "What the transcript
+    // shows").
     void classify()
     {
         const std::string units = wform_.yunits;
@@ -136,7 +126,10 @@ class HeaderReader
     void step_to_pwl()
     {
         tk_BUFrestore(stream_);
-        tk_nxsignal(stream_);
+        BusElement dropped;
+        if (!tk_nxelement(dropped)) {
+            tk_nxsignal(stream_);
+        }
         next_token();
         if (token_ == "PWL") {
             read_shift();
@@ -152,14 +145,14 @@ class HeaderReader
         }
         tk_BUFmark(stream_);
         if (token_ == "PWL") {
-            if (tk_nxsignal(stream_) == "DELAY" && tk_nxfield(stream_) != "PWL") {
+            if (tk_lookAheadForDelay(stream_)) {
                 tk_BUFrestore(stream_);
                 read_shift();
             } else {
                 step_to_pwl();
             }
         } else if (token_ == "DATA") {
-            if (format_of_word(tk_nxsignal(stream_).c_str()) != NO_DATA) {
+            if (tk_lookAheadForFormat(stream_)) {
                 tk_BUFrestore(stream_);
             } else {
                 step_to_pwl();
@@ -176,6 +169,8 @@ class HeaderReader
     PunchStream &stream_;
     Wform &wform_;
     std::string token_;
+    BusElement element_; // the token, if it is one
+    bool is_element_ = false;
 };
 
 void note_format(int format)
@@ -195,13 +190,13 @@ void note_format(int format)
 // the reader has lost its place: the rest of the file is left unread.
 void leave_binary_data(PunchStream &stream)
 {
-    tk_eolnflag = 0;
+    tk_forgetEndMark();
     int byte = 0;
     do {
         byte = stream_byte(stream);
     } while (byte == '\0' || byte == ' ');
     if (stream_byte(stream) != '\n') {
-        tk_eofflag = 1;
+        tk_stopReading();
     } else if (!tk_eofflag) {
         tk_BUFreadLine(stream);
     }
@@ -219,13 +214,13 @@ Wform *tk_read_wform(PunchStream &stream, int analysis)
     const std::string &name = tk_nxString(stream);
     wform->name = slab_text(name);
     note_name_length(name.size());
-    ++*signal_counter(analysis);
+    ++signal_traits(analysis).totals.counter;
 
-    const std::string token = HeaderReader(stream, *wform).read();
-    wform->format = token == "DATA" ? take_data_format() : TEXT;
+    HeaderReader header(stream, *wform);
+    wform->format = header.read() ? take_data_format() : TEXT;
     note_format(wform->format);
     if (wform->format == TEXT) {
-        read_text_points(stream, *wform, token);
+        read_text_points(stream, *wform, [&header] { return header.first_x(); });
     } else {
         if (!tk_eolnflag && !tk_eofflag) {
             read_binary_points(stream, *wform);

@@ -23,7 +23,7 @@ void tundra_os_capture_user_sys_times(double *user, double *sys)
     *sys = 0.0;
 }
 
-bool tundra_os_truncate_file(const char *, std::int64_t)
+bool tundra_os_truncate_file(int, std::int64_t)
 {
     transcript_puts("ERROR: tundra::os::truncate_file not implemented on windows...\n");
     return false;
@@ -42,9 +42,9 @@ void tundra_os_capture_user_sys_times(double *user, double *sys)
     *sys = seconds(usage.ru_stime);
 }
 
-bool tundra_os_truncate_file(const char *path, std::int64_t length)
+bool tundra_os_truncate_file(int fd, std::int64_t length)
 {
-    return truncate(path, static_cast<off_t>(length)) == 0;
+    return ftruncate(fd, static_cast<off_t>(length)) == 0;
 }
 
 #endif

@@ -11,8 +11,9 @@ std::uint64_t tundra_os_filetime_to_size_t(std::uint64_t filetime);
 // User and system processor time of this process so far, in seconds.
 void tundra_os_capture_user_sys_times(double *user, double *sys);
 
-// Cuts the file at path to length bytes. Returns false (errno set) when the file is left as it was.
-bool tundra_os_truncate_file(const char *path, std::int64_t length);
+// Cuts the file at fd, opened for writing, to length bytes. Returns false (errno set) when the file is
+// left as it was.
+bool tundra_os_truncate_file(int fd, std::int64_t length);
 
 // Permission is found out by opening, so each of these answers 1.
 int tundra_os_is_readable(const char *path);

@@ -72,6 +72,12 @@ bool stream_open(PunchStream &stream, const char *path)
         errno = reason;
         return false;
     }
+    stream_attach(stream, fd);
+    return true;
+}
+
+void stream_attach(PunchStream &stream, int fd)
+{
     stream.fd = fd;
     stream.seekable = lseek(fd, 0, SEEK_CUR) >= 0;
     stream.exhausted = false;
@@ -83,7 +89,6 @@ bool stream_open(PunchStream &stream, const char *path)
         reserve(stream, kBlock);
     }
     stream.window[0] = '\n';
-    return true;
 }
 
 void stream_close(PunchStream &stream)

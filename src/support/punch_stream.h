@@ -24,6 +24,9 @@ struct PunchStream {
 // a FIFO that nobody opens for writing within ten seconds.
 bool stream_open(PunchStream &stream, const char *path);
 
+// Reads from a descriptor that stands at the start of its file, and closes it in the end.
+void stream_attach(PunchStream &stream, int fd);
+
 void stream_close(PunchStream &stream);
 
 // Brings more of the file into the window; the bytes from position on stay in it, but move, so

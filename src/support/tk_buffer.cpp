@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "support/tk_buffer.h"
 
-#include "support/char_class.h"
 #include "support/number.h"
-#include "support/section_memory.h"
+#include "support/signal_scanner.h"
 #include "support/slab.h"
 
-#include <climits>
+#include <algorithm>
 #include <cstring>
+#include <utility>
 
 const char *tk_BUF = nullptr; // set by tk_BUFinit
 std::size_t tk_BUFlength = 0;
@@ -20,7 +20,8 @@ int tk_error = 0;
 int tk_skipcomments = 1;
 std::string tk_field;
 std::string namebuf;
-int tk_splitting_bus = 0;
+std::size_t tk_linesread = 0;
+std::size_t tk_filesread = 0;
 
 namespace
 {
@@ -32,11 +33,6 @@ constexpr char kEmptyLine[kReadAhead + 1] = "";
 char upper(char c)
 {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-bool is_digit(char c)
-{
-    return c >= '0' && c <= '9';
 }
 
 // Finds a byte in the window, remembering the stretch already searched, so that looking for a rare
@@ -76,32 +72,7 @@ bool past_end = false; // the current line is an empty one behind the end
 std::size_t field_end = 0;         // index behind the last field's text ...
 std::int64_t field_end_offset = 0; // ... in the line that starts here
 
-std::string bus_left_part;
-std::string bus_right_part;
-int bus_to = 0;
-int bus_current = 0;
-int saved_eolnflag = 0;
-
-struct Mark {
-    std::int64_t offset = 0;
-    std::size_t index = 0;
-    int eolnflag = 0;
-    int eofflag = 0;
-    int argflag = 0;
-    bool past_end = false;
-};
-
-Mark mark;
-
-char current()
-{
-    return tk_BUF[tk_BUFindex];
-}
-
-CharClass current_class()
-{
-    return class_of(current());
-}
+TextPlace mark;
 
 const char *after_blanks(const char *text)
 {
@@ -109,11 +80,6 @@ const char *after_blanks(const char *text)
         ++text;
     }
     return text;
-}
-
-void skip_blanks()
-{
-    tk_BUFindex = static_cast<std::size_t>(after_blanks(tk_BUF + tk_BUFindex) - tk_BUF);
 }
 
 void set_line(const PunchStream &stream, std::size_t begin, std::size_t end)
@@ -141,6 +107,7 @@ void reach_end()
 // Takes the bytes up to the next line feed, a byte 255 or the end of the file as the current line.
 void take_line(PunchStream &stream)
 {
+    ++tk_linesread;
     std::size_t searched = 0; // bytes behind the position without a line feed
     while (!at_end) {
         const std::size_t begin = stream.position + searched;
@@ -174,29 +141,11 @@ bool only_spaces(const char *text)
     return class_of(*text) == LINE_END;
 }
 
-// Reads the line that follows the end of a field. True when it continues the logical line: the
-// index is then behind its "+" and the blanks there.
-bool step_into_continuation(PunchStream &stream, bool skip_empty_lines)
-{
-    do {
-        tk_BUFreadLine(stream);
-    } while (!tk_eofflag &&
-             ((tk_skipcomments && current() == '*') || (skip_empty_lines && current_class() == LINE_END)));
-    if (current() != '+') {
-        tk_eolnflag = 1;
-        return false;
-    }
-    ++tk_BUFindex;
-    skip_blanks();
-    tk_eolnflag = 0;
-    return true;
-}
-
 // The "," or "=" that ends a word.
 void step_over_separator()
 {
-    if (current_class() == SEPARATOR) {
-        tk_argflag |= current() == '=';
+    if (tk_currentClass() == SEPARATOR) {
+        tk_argflag |= tk_current() == '=';
         ++tk_BUFindex;
     }
 }
@@ -214,7 +163,7 @@ void finish_field(PunchStream &stream)
     }
     tk_BUFindex = static_cast<std::size_t>(next - tk_BUF);
     if (class_of(*next) == LINE_END) {
-        step_into_continuation(stream, false);
+        tk_continueLine(stream, false);
     }
 }
 
@@ -244,12 +193,12 @@ void copy_word(PunchStream &stream)
 // A group that is never closed ends with its physical line.
 void copy_group()
 {
-    const char closing = current() == '(' ? ')' : '#';
+    const char closing = tk_current() == '(' ? ')' : '#';
     int depth = 0;
     tk_field = "#";
     ++tk_BUFindex;
-    for (; current_class() != LINE_END; ++tk_BUFindex) {
-        const char c = current();
+    for (; tk_currentClass() != LINE_END; ++tk_BUFindex) {
+        const char c = tk_current();
         if (c == closing && depth == 0) {
             ++tk_BUFindex;
             return;
@@ -262,213 +211,18 @@ void copy_group()
     }
 }
 
-bool is_comment_or_empty()
-{
-    return current() == '*' || current_class() == LINE_END;
-}
-
-void read_past_comments(PunchStream &stream)
-{
-    do {
-        tk_BUFreadLine(stream);
-    } while (!tk_eofflag && is_comment_or_empty());
-}
-
-// The ":" found in the sections of a name.
-struct Colons {
-    std::int64_t count = 0;
-    std::size_t last = 0; // index in tk_field
-};
-
-SectionMemory first_name_memory; // of the two names that looking ahead takes
-SectionMemory second_name_memory;
-SectionMemory *section_memory = nullptr; // that of the name being looked at, null unless looking ahead
-
-// Called where a section enters a line. False where looking ahead can leave it.
-bool must_read_on(const Colons &colons)
-{
-    return section_memory == nullptr ||
-           !section_memory->enter_line(tk_BUFoffset + static_cast<std::int64_t>(tk_BUFindex), colons.count);
-}
-
-// Copies characters up to one that may mean something inside or outside the sections of a name.
-void copy_plain_name_text()
-{
-    const char *begin = tk_BUF + tk_BUFindex;
-    const char *end = begin;
-    while (is_plain_in_names(*end)) {
-        ++end;
-    }
-    tk_field.append(begin, end);
-    tk_BUFindex += static_cast<std::size_t>(end - begin);
-}
-
-// Continues a section on the next line. False if the file ended.
-bool enter_line_of_section(PunchStream &stream)
-{
-    if (current() == '&') {
-        tk_BUFreadLine(stream);
-        return true;
-    }
-    read_past_comments(stream);
-    if (is_comment_or_empty()) {
-        return false;
-    }
-    ++tk_BUFindex; // the continuation mark
-    skip_blanks();
-    return true;
-}
-
-// Copies a "(...)" or "[...]" section of a name, which may go on over line ends, without its spaces.
-// False if it was left before its end.
-bool copy_section(PunchStream &stream, Colons &colons)
-{
-    tk_field += current();
-    ++tk_BUFindex;
-    for (;;) {
-        copy_plain_name_text();
-        const char c = current();
-        if (c == '&' || class_of(c) == LINE_END) {
-            if (!enter_line_of_section(stream)) {
-                return true; // what there is of it
-            }
-            if (!must_read_on(colons)) {
-                return false;
-            }
-        } else {
-            ++tk_BUFindex;
-            if (c == ':') {
-                ++colons.count;
-                colons.last = tk_field.size();
-            }
-            if (c != ' ') {
-                tk_field += c;
-            }
-            if (c == ')' || c == ']') {
-                return true;
-            }
-        }
-    }
-}
-
-// Copies a signal name.
-Colons copy_name(PunchStream &stream)
-{
-    Colons colons;
-    bool after_section = false;
-    tk_field.clear();
-    for (;;) {
-        const char c = current();
-        if (class_of(c) == LINE_END || class_of(c) == BLANK || class_of(c) == SEPARATOR || c == '\r' ||
-            c == ')' || (c == '(' && after_section) || (c == '&' && tk_field.empty())) {
-            return colons;
-        }
-        if (c == '&') {
-            tk_BUFreadLine(stream);
-            if (!after_section) {
-                tk_BUFindex = 0;
-            }
-        } else if (c == '(' || c == '[') {
-            if (!copy_section(stream, colons)) {
-                return colons;
-            }
-            after_section = true;
-        } else {
-            tk_field += c; // also "]" and ":", which mean nothing here
-            ++tk_BUFindex;
-            copy_plain_name_text();
-            after_section = false;
-        }
-    }
-}
-
-void finish_signal(PunchStream &stream)
-{
-    for (;;) {
-        const char c = current();
-        if (c == '&') {
-            read_past_comments(stream);
-        } else if (current_class() == LINE_END) {
-            if (!step_into_continuation(stream, true)) {
-                return;
-            }
-        } else if (current_class() == BLANK || current_class() == SEPARATOR || c == '(' || c == ')') {
-            tk_argflag |= c == '=';
-            ++tk_BUFindex;
-        } else {
-            return;
-        }
-    }
-}
-
-// The number in digits, at most INT_MAX.
-int bus_bound(std::string_view digits)
-{
-    long long bound = 0;
-    for (const char c : digits) {
-        bound = bound * 10 + (c - '0');
-        if (bound > INT_MAX) {
-            return INT_MAX;
-        }
-    }
-    return static_cast<int>(bound);
-}
-
-void make_bus_name()
-{
-    tk_field = bus_left_part + std::to_string(bus_current) + bus_right_part;
-}
-
-// Turns the name in tk_field into the first element of its bus range, if there are digits on both
-// sides of its one colon.
-void split_bus(std::size_t colon)
-{
-    std::size_t begin = colon;
-    while (begin > 0 && is_digit(tk_field[begin - 1])) {
-        --begin;
-    }
-    std::size_t end = colon + 1;
-    while (end < tk_field.size() && is_digit(tk_field[end])) {
-        ++end;
-    }
-    if (begin == colon || end == colon + 1) {
-        return;
-    }
-    const std::string name = tk_field;
-    bus_left_part = name.substr(0, begin);
-    bus_right_part = name.substr(end);
-    bus_current = bus_bound(std::string_view(name).substr(begin, colon - begin));
-    bus_to = bus_bound(std::string_view(name).substr(colon + 1, end - colon - 1));
-    make_bus_name();
-    if (bus_current != bus_to) {
-        tk_splitting_bus = 1;
-        saved_eolnflag = tk_eolnflag;
-        tk_eolnflag = 0;
-    }
-}
-
-void next_bus_element()
-{
-    bus_current += bus_current < bus_to ? 1 : -1;
-    make_bus_name();
-    if (bus_current == bus_to) {
-        tk_splitting_bus = 0;
-        tk_eolnflag = saved_eolnflag;
-    }
-}
-
 } // namespace
 
 void tk_BUFinit(PunchStream &stream)
 {
+    ++tk_filesread;
     at_end = false;
     past_end = false;
     tk_splitting_bus = 0;
-    first_name_memory.forget();
-    second_name_memory.forget();
     nul_finder = ByteFinder{'\0'};
     end_byte_finder = ByteFinder{static_cast<char>(kEndOfFileByte)};
     tk_BUFreadLine(stream);
+    at_end = false;
     tk_eofflag = 0;
     tk_eolnflag = 0;
 }
@@ -478,7 +232,7 @@ void tk_BUFreadLine(PunchStream &stream)
     for (;;) {
         take_line(stream);
         tk_BUFindex = 0;
-        skip_blanks();
+        tk_skipBlanks();
         const char *text = tk_BUF + tk_BUFindex;
         if (text[0] == '*' && text[1] == '$') {
             if (text[2] == '$') {
@@ -491,16 +245,41 @@ void tk_BUFreadLine(PunchStream &stream)
     }
 }
 
+bool tk_takeLineEnd()
+{
+    return std::exchange(tk_eolnflag, 0) != 0;
+}
+
+void tk_noteEndMark(bool met)
+{
+    tk_eolnflag = met;
+}
+
+bool tk_endMarkMet()
+{
+    return tk_eolnflag != 0;
+}
+
+void tk_forgetEndMark()
+{
+    tk_eolnflag = 0;
+}
+
+void tk_stopReading()
+{
+    tk_eofflag = 1;
+}
+
 char tk_nxchar()
 {
-    return current_class() == LINE_END ? '\0' : upper(current());
+    return tk_currentClass() == LINE_END ? '\0' : upper(tk_current());
 }
 
 const std::string &tk_nxfield(PunchStream &stream)
 {
     tk_eolnflag = 0;
     tk_argflag = 0;
-    if (current() == '(' || current() == '#') {
+    if (tk_current() == '(' || tk_current() == '#') {
         copy_group();
     } else {
         tk_field.clear();
@@ -536,7 +315,7 @@ void tk_dropfields(PunchStream &stream, int count)
 
 void tk_skipfield(PunchStream &stream)
 {
-    const char first = current();
+    const char first = tk_current();
     const char *end = word_end(tk_BUF + tk_BUFindex);
     if (first == '(' || first == '#' || *end == '&') {
         tk_nxfield(stream);
@@ -559,51 +338,6 @@ std::size_t tk_skipPlainFields()
     return fields.count - 1;
 }
 
-const std::string &tk_nxsignal(PunchStream &stream)
-{
-    if (tk_splitting_bus) {
-        next_bus_element();
-        return tk_field;
-    }
-    tk_eolnflag = 0;
-    tk_argflag = 0;
-    const Colons colons = copy_name(stream);
-    if (section_memory != nullptr) {
-        if (section_memory->is_known()) {
-            return tk_field;
-        }
-        section_memory->end_name(colons.count);
-    }
-    finish_signal(stream);
-    if (colons.count == 1) {
-        split_bus(colons.last);
-    }
-    return tk_field;
-}
-
-bool tk_lookAheadForPwl(PunchStream &stream)
-{
-    SectionMemory &first = first_name_memory;
-    SectionMemory &second = second_name_memory;
-    first.begin_name();
-    second.begin_name();
-    section_memory = &first;
-    tk_nxsignal(stream);
-    section_memory = &second;
-    bool found = false;
-    bool bus_split = tk_splitting_bus != 0;
-    if (!first.is_known() && !tk_eolnflag) {
-        found = tk_nxsignal(stream) == "PWL" && !second.is_known();
-        bus_split = bus_split || tk_splitting_bus != 0;
-    }
-    section_memory = nullptr;
-    second.remember(); // a name with a section is not PWL, whatever follows
-    if (!found && !bus_split) {
-        first.remember();
-    }
-    return found;
-}
-
 const std::string &tk_nxString(PunchStream &stream)
 {
     namebuf.clear();
@@ -621,12 +355,12 @@ const std::string &tk_nxString(PunchStream &stream)
         namebuf.pop_back();
         tk_BUFreadLine(stream);
     }
-    while (current() == ' ') {
+    while (tk_current() == ' ') {
         ++tk_BUFindex;
     }
-    if (current_class() == LINE_END) {
+    if (tk_currentClass() == LINE_END) {
         tk_BUFreadLine(stream);
-        while (current() == '+' || current() == ' ') {
+        while (tk_current() == '+' || tk_current() == ' ') {
             ++tk_BUFindex;
         }
     }
@@ -648,6 +382,7 @@ std::string_view tk_textAfterField(std::size_t skip)
 
 std::string tk_takeRestOfLine()
 {
+    ++tk_linesread; // the line is another one now
     std::string rest(tk_BUF + tk_BUFindex, tk_BUFlength - tk_BUFindex);
     tk_BUF = kEmptyLine;
     tk_BUFlength = 0;
@@ -680,6 +415,7 @@ char *tk_STRappend(const char *first, const char *second)
 const char *tk_BUFsubName(const char *first, const char *second)
 {
     static std::string line;
+    ++tk_linesread;
     line = std::string(first) + "." + second;
     tk_BUFlength = line.size();
     line.append(kReadAhead, '\0');
@@ -688,19 +424,53 @@ const char *tk_BUFsubName(const char *first, const char *second)
     return tk_BUF;
 }
 
+TextPlace tk_BUFplace()
+{
+    return {tk_BUFoffset, tk_BUFindex, tk_linesread, tk_eolnflag, tk_eofflag, tk_argflag, at_end, past_end};
+}
+
+void tk_BUFgoto(PunchStream &stream, const TextPlace &place)
+{
+    if (place.line != tk_linesread) {
+        at_end = place.past_end;
+        past_end = false;
+        stream_seek(stream, place.offset);
+        tk_BUFreadLine(stream);
+    }
+    at_end = place.at_end;
+    tk_BUFindex = std::min(place.index, tk_BUFlength);
+    tk_eolnflag = place.eolnflag;
+    tk_eofflag = place.eofflag;
+    tk_argflag = place.argflag;
+}
+
 void tk_BUFmark(PunchStream &)
 {
-    mark = Mark{tk_BUFoffset, tk_BUFindex, tk_eolnflag, tk_eofflag, tk_argflag, past_end};
+    mark = tk_BUFplace();
 }
 
 void tk_BUFrestore(PunchStream &stream)
 {
-    at_end = mark.past_end;
-    past_end = false;
-    stream_seek(stream, mark.offset);
-    tk_BUFreadLine(stream);
-    tk_BUFindex = mark.index < tk_BUFlength ? mark.index : tk_BUFlength;
-    tk_eolnflag = mark.eolnflag;
-    tk_eofflag = mark.eofflag;
-    tk_argflag = mark.argflag;
+    tk_BUFgoto(stream, mark);
+}
+
+void tk_skipBlanks()
+{
+    tk_BUFindex = static_cast<std::size_t>(after_blanks(tk_BUF + tk_BUFindex) - tk_BUF);
+}
+
+bool tk_continueLine(PunchStream &stream, bool skip_empty_lines)
+{
+    do {
+        tk_BUFreadLine(stream);
+    } while (!tk_eofflag && ((tk_skipcomments && tk_current() == '*') ||
+                             (skip_empty_lines && tk_currentClass() == LINE_END)));
+    if (tk_current() != '+') {
+        tk_eolnflag = 1;
+        return false;
+    }
+    ++tk_BUFindex;
+    tk_skipBlanks();
+    tk_eolnflag = 0;
+    return true;
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The categories of an exit status: a set of nine bits that every comparator returns its findings in
-// and the driver reduces to a grade.
-#ifndef TRESK_COMPARE_EXIT_BITS_H
-#define TRESK_COMPARE_EXIT_BITS_H
+// The categories of an exit status: a set of nine bits. Every comparator returns those of its findings,
+// the driver adds its own and reduces all to a grade.
+#ifndef TRESK_SUPPORT_EXIT_BITS_H
+#define TRESK_SUPPORT_EXIT_BITS_H
 
 enum ExitBit : unsigned {
     EXIT_TOLERANCE = 1,   // a signal violated the tolerances
