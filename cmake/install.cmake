@@ -19,12 +19,14 @@ install(FILES contrib/completions/tresk.bash
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME tresk)
 install(FILES contrib/completions/_tresk DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
 install(FILES contrib/completions/tresk.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
-install(DIRECTORY contrib/harness/ DESTINATION ${harness_dir} USE_SOURCE_PERMISSIONS)
+install(DIRECTORY contrib/harness/ DESTINATION ${harness_dir}
+    PATTERN "tresk-*"
+    PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL)
 install(DIRECTORY docs samples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
-if(NOT PROJECT_IS_TOP_LEVEL)
+if(NOT is_top_level)
     return()
 endif()
 
@@ -33,15 +35,22 @@ add_custom_target(uninstall
         -P ${CMAKE_CURRENT_LIST_DIR}/uninstall.cmake
     VERBATIM)
 
+if(CMAKE_VERSION VERSION_LESS 3.19)
+    return() # CPack would leave out the script below without a word
+endif()
+
 # The version is that of the transcript's banner and stays; releases differ in the revision.
-set(package_revision 1)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS cmake/debian/changelog)
+file(STRINGS cmake/debian/changelog package_revision LIMIT_COUNT 1 REGEX "^tresk \\(${PROJECT_VERSION}-[0-9]+\\)")
+string(REGEX REPLACE "^[^-]*-([0-9]+).*" "\\1" package_revision "${package_revision}")
 string(TOLOWER ${CMAKE_SYSTEM_NAME} system)
 set(CPACK_PACKAGE_FILE_NAME tresk-${PROJECT_VERSION}-${package_revision}-${system}-${CMAKE_SYSTEM_PROCESSOR})
+set(CPACK_GENERATOR DEB TGZ)
 if(TRESK_STATIC)
     string(APPEND CPACK_PACKAGE_FILE_NAME -static)
+    set(CPACK_GENERATOR TGZ)
 endif()
-set(CPACK_GENERATOR DEB TGZ)
-set(CPACK_PACKAGE_CONTACT "the tresk authors <tresk@localhost>")
+set(CPACK_PACKAGE_CONTACT "the tresk authors <tresk@tresk.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "regression comparator of analog-simulator punch files")
 set(CPACK_PACKAGE_DESCRIPTION "tresk compares a punch file with a golden one, signal by signal and
 within tolerances, writes a transcript of what differs, and ends with one exit
@@ -52,8 +61,6 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE ${package_revision})
 set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "cmake, parallel")
-if(NOT TRESK_STATIC)
-    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-endif()
-set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/debian.cmake)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/debian/package.cmake)
 include(CPack)

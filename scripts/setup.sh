@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
-# Installs what the build and the tests need and this machine lacks, or says what to install.
-# Arguments name further commands, each in the Debian package of the same name, or as PACKAGE:COMMAND.
+# Installs what the build needs and this machine lacks, or says what to install. Arguments name more:
+# googletest, or commands, each in the Debian package of the same name, or as PACKAGE:COMMAND.
 set -eu
 
 need() { # <Debian package> <command that succeeds when it is there>...
@@ -22,9 +22,11 @@ find_missing() {
     Ninja*) need ninja-build ninja --version ;;
     *) need make make --version ;;
     esac
-    need libgtest-dev has_googletest
     for tool; do
-        need "${tool%:*}" command -v "${tool#*:}"
+        case $tool in
+        googletest) need libgtest-dev has_googletest ;;
+        *) need "${tool%:*}" command -v "${tool#*:}" ;;
+        esac
     done
 }
 

@@ -8,8 +8,9 @@ jobs=$(nproc)
 werror=OFF
 [ "${CI:-}" != true ] || werror=ON
 
-scripts/setup.sh
+scripts/setup.sh googletest
 cmake -S . -B "$build" -DTRESK_BUILD_TESTS=ON -DTRESK_WERROR=$werror "$@"
 cmake --build "$build" --parallel "$jobs"
-ctest --test-dir "$build" --output-on-failure --no-tests=error --no-label-summary --parallel "$jobs"
-sed -n 's/^skipped: /Skipped: /p' "$build/Testing/Temporary/LastTest.log"
+cd "$build"
+ctest --output-on-failure --no-tests=error --no-label-summary --parallel "$jobs"
+sed -n 's/^skipped: /Skipped: /p' Testing/Temporary/LastTest.log

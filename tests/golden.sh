@@ -47,8 +47,8 @@ check_case() { # <case folder>
         got=$tmp/got/$name
         [ -e "$wanted" ] || wanted=/dev/null
         [ -e "$got" ] && cmp -s "$wanted" "$got" && continue
-        cat -v "$wanted" >"$tmp/wanted"
-        cat -v "$got" | diff -u --label "$1/$name" --label "what came out" "$tmp/wanted" -
+        head -c 1000000 "$wanted" | cat -v >"$tmp/wanted" # a sparse file may have gigabytes
+        head -c 1000000 "$got" | cat -v | diff -u --label "$1/$name" --label "what came out" "$tmp/wanted" -
         differs=1
     done
     return $differs

@@ -332,14 +332,29 @@ slurm) # elements of a real cluster that end well, die, are killed, cancelled an
     ends_with 0 tresk-submit --resume g r o%a -r 0.001
     shows '^Nothing is left'
     ;;
-bash | fish)
+bash | fish | zsh)
     need "$piece"
+    cat >offers.zsh <<'END' # <folder of _tresk> <line>: leaves what is offered at the end of the line in hits
+zmodload zsh/zpty
+zpty shell zsh -f -i
+zpty -w shell "fpath=(${(q)1} \$fpath); autoload -U compinit; compinit -D
+compadd() { if (( \$@[(I)-[OAD]*] )); then builtin compadd \"\$@\"; else
+    builtin compadd -O found \"\$@\"; print -rl -- \$found >>hits; fi }
+list() { _main_complete; print end-\$((1)); }
+zle -C list list-choices list; bindkey '^I' list; print ready-\$((1))"
+zpty -r shell line '*ready-1*'
+zpty -w -n shell "$2"$'\t'
+zpty -r shell line '*end-1*'
+cat hits
+END
     share=$prefix/share
     bash_offers='. "$0"; COMP_WORDS=(tresk "$@") COMP_CWORD=$#; _tresk; printf "%s\n" "${COMPREPLY[@]}"'
+    fish_offers='source $argv[1]; complete -C $argv[2]'
     offers() { # <expected words, joined by blanks> <word>...
         case $piece in
         bash) ends_with 0 bash -c "$bash_offers" "$share/bash-completion/completions/tresk" "${@:2}" ;;
-        fish) ends_with 0 fish -c "source $share/fish/vendor_completions.d/tresk.fish; complete -C 'tresk ${*:2}'" ;;
+        zsh) rm -f hits; ends_with 0 zsh -f offers.zsh "$(dirname "$share"/zsh/*/_tresk)" "tresk ${*:2}" ;;
+        fish) ends_with 0 fish -c "$fish_offers" "$share/fish/vendor_completions.d/tresk.fish" "tresk ${*:2}" ;;
         esac
         [ "$(cut -f 1 output | LC_ALL=C sort | xargs)" = "$1" ] || { cat output; exit 1; }
     }
@@ -347,7 +362,8 @@ bash | fish)
     offers '-Aonly -AorR' -r 0.1 -Ao
     offers '1 128 16' -pem 1
     offers '' -abstol g
-    [ "$piece" = fish ] || offers 'golden' gol
+    offers '' -a g
+    [ "$piece" = fish ] || offers golden -a 1 -r 0.1 gol
     ;;
 man)
     need man

@@ -26,12 +26,13 @@ fish() {
     sed -En 's/^complete -c tresk -o ([A-Za-z]+)( -x)?.*/-\1\2/;T; s/ -x/ value/; p' contrib/completions/tresk.fish
 }
 bash_words() { # no arguments here: kit.sh runs them
-    sed -n "/words='-abstol/,/-help/p" contrib/completions/tresk.bash | grep -o -- '-[A-Za-z]\+'
+    sed -n "/words='-a /,/-help/p" contrib/completions/tresk.bash | grep -o -- '-[A-Za-z]\+'
 }
 
 table=$(parser)
 [ "$(wc -l <<<"$table")" -ge 17 ] || { echo "kRules not found"; status=1; }
 for source in manual usage zsh fish bash_words; do
+    [ $source != zsh ] || table+=$'\n-a value\n-r value' # the short forms that the documents use
     [ $source != bash_words ] || table=${table// value/}
     diff <(sort <<<"$table") <($source | sort) || { echo "$source tells other options (>) than the parser"; status=1; }
 done

@@ -77,8 +77,10 @@ inline std::string make_folder()
 // sanitizer's report and 124 when the time is up.
 inline int run_program(const std::string &folder, const std::string &before, const std::string &arguments)
 {
-    const std::string command = "cd '" + folder + "' && unset TRESK_DEBUG && " + before +
-                                " ASAN_OPTIONS=exitcode=99:detect_leaks=0 timeout 20 '" TRESK_PROGRAM "' " +
+    setenv("TEST_FOLDER", folder.c_str(), 1); // names that may hold what the shell would read
+    setenv("TEST_PROGRAM", TRESK_PROGRAM, 1);
+    const std::string command = "cd \"$TEST_FOLDER\" && unset TRESK_DEBUG && " + before +
+                                " ASAN_OPTIONS=exitcode=99:detect_leaks=0 timeout 20 \"$TEST_PROGRAM\" " +
                                 arguments + " 2>transcript";
     return WEXITSTATUS(std::system(command.c_str()));
 }

@@ -9,7 +9,7 @@ _tresk() {
     -exitcode | -nem | -pem) words='1 2 4 8 16 32 64 128 256' ;;
     *)
         if [[ $word == -* ]]; then
-            words='-abstol -reltol -Aonly -Ronly -AorR -AandR
+            words='-a -abstol -r -reltol -Aonly -Ronly -AorR -AandR
                 -index -indexscript -indexmirel -indexrdinp
                 -exitcodes -exitcode -nem -pem -desert -help -d'
         else

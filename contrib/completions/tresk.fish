@@ -3,7 +3,9 @@
 
 set -l bits '1 2 4 8 16 32 64 128 256'
 
+complete -c tresk -o a -x -d 'absolute tolerance (1e-12)'
 complete -c tresk -o abstol -x -d 'absolute tolerance (1e-12)'
+complete -c tresk -o r -x -d 'relative tolerance (0.01)'
 complete -c tresk -o reltol -x -d 'relative tolerance (0.01)'
 complete -c tresk -o Aonly -d 'fail on the absolute tolerance'
 complete -c tresk -o Ronly -d 'fail on the relative tolerance'

@@ -3,6 +3,7 @@
 
 #include "compare/trace_lines.h"
 #include "read/point_blocks.h"
+#include "support/real.h"
 #include "support/settings.h"
 
 #include <algorithm>
@@ -42,30 +43,47 @@ struct Grid {
     }
 };
 
-double trapezoid(double x0, double y0, double x1, double y1)
+double trapezoid(const PT &from, const PT &to)
 {
-    return (x1 - x0) * (y0 + (y1 - y0) * 0.5);
+    const QuickReal height = (QuickReal(to.val) - QuickReal(from.val)) * QuickReal(0.5) + QuickReal(from.val);
+    return static_cast<double>(height * (QuickReal(to.x) - QuickReal(from.x)));
+}
+
+void add(double &area, double piece)
+{
+    area = static_cast<double>(QuickReal(area) + QuickReal(piece));
+}
+
+QuickReal slope_between(const PT &from, const PT &to)
+{
+    return (QuickReal(to.val) - QuickReal(from.val)) / (QuickReal(to.x) - QuickReal(from.x));
+}
+
+// The place of a boundary and the value there, on a line through a point.
+PT point_at(int boundary, double dx, const PT &from, QuickReal slope)
+{
+    const QuickReal x = QuickReal(boundary) * QuickReal(dx);
+    const QuickReal y = QuickReal(from.val) + slope * (x - QuickReal(from.x));
+    return {static_cast<double>(x), static_cast<double>(y)};
 }
 
 // Adds a segment that crosses the boundaries left + 1 to right, piece by piece. Below 0 as many of them
 // are walked as the grid has intervals: what lies further left is one piece, which no entry takes.
 void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int right)
 {
-    const double slope = (to.val - from.val) / (to.x - from.x);
+    const QuickReal slope = slope_between(from, to);
     PT start = from;
     for (int boundary = std::max(left + 1, -grid.ndiv); boundary <= right; ++boundary) {
-        const double x = boundary * grid.dx;
-        const double y = (x - start.x) * slope + start.val;
-        const double piece = trapezoid(start.x, start.val, x, y);
-        grid.at(boundary) += piece;
+        const PT end = point_at(boundary, grid.dx, start, slope);
+        const double piece = trapezoid(start, end);
+        add(grid.at(boundary), piece);
         if (debugging(DEBUG_INTEGRATION)) {
-            trace_boundary(piece, start, {x, y}, boundary, left, right);
+            trace_boundary(piece, start, end, boundary, left, right);
         }
-        start.x = x;
-        start.val = y;
+        start = end;
     }
-    const double piece = trapezoid(start.x, start.val, to.x, to.val);
-    grid.at(right + 1) += piece;
+    const double piece = trapezoid(start, to);
+    add(grid.at(right + 1), piece);
     if (debugging(DEBUG_INTEGRATION)) {
         trace_right(piece, start, to, right + 1);
     }
@@ -87,11 +105,16 @@ bool both_inside(const Pair &places, const Pair &low, const Pair &high)
     return (inside[0] & inside[1]) != 0;
 }
 
-// Areas of the two segments that begin at the points from on.
+// Areas of the two segments that begin at the points from on, as of trapezoid.
 Pair trapezoids(const double *x, const double *val)
 {
-    const Pair y0 = load(val);
-    return (load(x + 1) - load(x)) * (y0 + (load(val + 1) - y0) * Pair{0.5, 0.5});
+    const Pair height = (load(val + 1) - load(val)) * Pair{0.5, 0.5} + load(val);
+    return height * (load(x + 1) - load(x));
+}
+
+PT point_of(const PointBlock &block, std::size_t i)
+{
+    return {block.x[i], block.val[i]};
 }
 
 // Adds the segments to the points from i > 0 on, as far as they end in the interval (>= 0) that the point
@@ -102,7 +125,7 @@ std::size_t add_inside(const Grid &grid, const PointBlock &block, std::size_t i,
     const Pair high = low + Pair{1.0, 1.0};
     const Pair per_dx{grid.per_dx, grid.per_dx};
     double sum = area;
-    for (; i + 4 <= block.count; i += 4) {
+    for (; kRealIsPlain && i + 4 <= block.count; i += 4) {
         if (!both_inside(load(block.x + i) * per_dx, low, high) ||
             !both_inside(load(block.x + i + 2) * per_dx, low, high)) {
             break;
@@ -119,7 +142,7 @@ std::size_t add_inside(const Grid &grid, const PointBlock &block, std::size_t i,
         if (!(place >= low[0] && place < high[0])) {
             break;
         }
-        sum += trapezoid(block.x[i - 1], block.val[i - 1], block.x[i], block.val[i]);
+        add(sum, trapezoid(point_of(block, i - 1), point_of(block, i)));
     }
     area = sum;
     return i;
@@ -140,8 +163,8 @@ bool add_segment(const Grid &grid, Curve &curve, const PT &to)
         return false;
     }
     if (right == curve.left) {
-        const double piece = trapezoid(curve.from.x, curve.from.val, to.x, to.val);
-        curve.area += piece;
+        const double piece = trapezoid(curve.from, to);
+        add(curve.area, piece);
         if (debugging(DEBUG_INTEGRATION)) {
             trace_same(piece, curve.from, to, curve.left + 1);
         }
@@ -162,19 +185,19 @@ void integrate(const Wform &wform, const Grid &grid)
     if (block.count == 0) {
         return; // a file that cannot be read any more
     }
-    Curve curve{{block.x[0], block.val[0]}, grid.interval(grid.place(block.x[0])), 0.0};
+    Curve curve{point_of(block, 0), grid.interval(grid.place(block.x[0])), 0.0};
     curve.area = grid.at(curve.left + 1);
     for (std::size_t i = 1; block.count != 0; block = walk.next(), i = 0) {
         bool from_before = i > 0; // the last segment ends at the point before i
         while (i < block.count) {
             if (from_before && curve.left >= 0 && !debugging(DEBUG_INTEGRATION)) {
                 i = add_inside(grid, block, i, curve.left, curve.area);
-                curve.from = {block.x[i - 1], block.val[i - 1]};
+                curve.from = point_of(block, i - 1);
                 if (i == block.count) {
                     break;
                 }
             }
-            from_before = add_segment(grid, curve, {block.x[i], block.val[i]});
+            from_before = add_segment(grid, curve, point_of(block, i));
             ++i;
         }
     }
@@ -190,24 +213,23 @@ void integrate_running(const Wform &wform, const Grid &grid)
     if (block.count == 0) {
         return; // a file that cannot be read any more
     }
-    PT from{block.x[0], block.val[0]};
+    PT from = point_of(block, 0);
     int boundary = std::max(grid.interval(grid.place(from.x)), 0) + 1; // the next one to be passed
     for (std::size_t first = 1; block.count != 0; block = walk.next(), first = 0) {
         for (std::size_t i = first; i < block.count; ++i) {
-            const PT to{block.x[i], block.val[i]};
+            const PT to = point_of(block, i);
             if (to.x == from.x) {
                 continue;
             }
-            const double slope = (to.val - from.val) / (to.x - from.x);
+            const QuickReal slope = slope_between(from, to);
             for (; boundary <= grid.ndiv && boundary * grid.dx <= to.x; ++boundary) {
-                const double x = boundary * grid.dx;
-                const double y = (x - from.x) * slope + from.val;
-                grid.area[boundary - 1] = running + trapezoid(from.x, from.val, x, y);
+                const PT end = point_at(boundary, grid.dx, from, slope);
+                add(running, trapezoid(from, end));
+                grid.area[boundary - 1] = running;
                 running = 0.0;
-                from.x = x;
-                from.val = y;
+                from = end;
             }
-            running += trapezoid(from.x, from.val, to.x, to.val);
+            add(running, trapezoid(from, to));
             from = to;
         }
     }

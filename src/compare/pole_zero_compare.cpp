@@ -6,6 +6,7 @@
 #include "compare/header_lines.h"
 #include "compare/missing_lines.h"
 #include "compare/result_lines.h"
+#include "support/real.h"
 #include "support/settings.h"
 
 #include <cmath>
@@ -13,9 +14,10 @@
 namespace
 {
 
-double norm(double a, double b)
+double norm(Real a, Real b)
 {
-    return std::sqrt(a * a + b * b);
+    const auto square = static_cast<double>(a * a + b * b);
+    return square == square ? std::sqrt(square) : square; // not every root keeps the sign of a NaN
 }
 
 // A root on the axis agrees with either side.
@@ -27,9 +29,9 @@ bool on_different_sides(const TRI &ref, const TRI &cmp)
 
 unsigned compare_roots(const TRI &ref, const TRI &cmp, int kind, int position)
 {
-    const double distance = norm(ref.mag - cmp.mag, ref.phase - cmp.phase);
+    const double distance = norm(Real(ref.mag) - Real(cmp.mag), Real(ref.phase) - Real(cmp.phase));
     // A level at the absolute threshold makes default checking judge absolutely.
-    const Judged judged = judge_pair(glAbstol, distance, norm(ref.mag, ref.phase));
+    const Judged judged = judge_pair(glAbstol, distance, norm(Real(ref.mag), Real(ref.phase)));
     return report_root(ref, cmp, kind, position, judged, on_different_sides(ref, cmp));
 }
 

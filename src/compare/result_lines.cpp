@@ -5,6 +5,7 @@
 #include "read/name_length.h"
 #include "read/point_blocks.h"
 #include "support/exit_bits.h"
+#include "support/real.h"
 #include "support/settings.h"
 #include "support/transcript.h"
 
@@ -39,7 +40,7 @@ void print_error_columns(const ErrorGaps &gaps, double abserr, double relerr, co
     transcript_puts(gaps.before_relative);
     transcript_put_error(relerr);
     transcript_puts(gaps.before_product);
-    transcript_put_error(relerr * abserr);
+    transcript_put_error(static_cast<double>(Real(relerr) * Real(abserr)));
     transcript_puts("] ");
     transcript_puts(marker);
     transcript_puts("\n");

@@ -4,6 +4,7 @@
 #include "support/char_class.h"
 
 #include <cerrno>
+#include <cfenv>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -48,4 +49,18 @@ double convert_number(const char *text, int &error)
     value = std::strtod(text, nullptr);
     error = errno;
     return value;
+}
+
+// The library's number conversion makes sure that results are rounded to nearest, which they always are
+// in this program. These two are all that it needs of the mathematical library, whose loading would
+// make every start a tenth longer.
+extern "C" int(fegetround)() noexcept
+{
+    return FE_TONEAREST;
+}
+
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the other one is the library's
+extern "C" int(fesetround)(int mode) noexcept
+{
+    return mode == FE_TONEAREST ? 0 : 1;
 }

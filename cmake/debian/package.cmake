@@ -1,0 +1,51 @@
+# SPDX-License-Identifier: MIT
+# Run by CPack on the staged files. Puts what Debian wants in another place or form than the install has it.
+function(run)
+    execute_process(COMMAND ${ARGV} OUTPUT_VARIABLE output RESULT_VARIABLE result)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "${ARGV}: ${result}")
+    endif()
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+set(stage ${CPACK_TEMPORARY_INSTALL_DIRECTORY})
+set(share ${stage}/usr/share)
+set(doc ${share}/doc/tresk)
+
+if(CPACK_GENERATOR STREQUAL "DEB")
+    # Without it the package would say that it depends on nothing.
+    run(dpkg-shlibdeps --version)
+    # A private symbol of the C library ties the package to one release of Debian.
+    run(objdump -T ${stage}/usr/bin/tresk)
+    if(output MATCHES "GLIBC_PRIVATE[^\n]*")
+        message(FATAL_ERROR "tresk needs a private symbol: ${CMAKE_MATCH_0}")
+    endif()
+
+    file(RENAME ${share}/zsh/site-functions ${share}/zsh/vendor-completions)
+
+    file(READ ${doc}/LICENSE license)
+    string(REGEX REPLACE "^MIT License\n\nCopyright \\(c\\) ([^\n]*)\n\n" "" license "${license}")
+    set(copyright "${CMAKE_MATCH_1}")
+    string(REGEX REPLACE "\n+$" "" license "${license}")
+    string(REPLACE "\n\n" "\n.\n" license "${license}")
+    string(REPLACE "\n" "\n " license "${license}")
+    file(WRITE ${doc}/copyright "Format: https://www.debian.org/doc/packaging-manuals/copyright-format/1.0/
+Upstream-Name: tresk
+
+Files: *
+Copyright: ${copyright}
+License: Expat
+ ${license}
+")
+    file(REMOVE ${doc}/LICENSE)
+
+    file(RENAME ${doc}/CHANGELOG.md ${doc}/changelog)
+    configure_file(${CMAKE_CURRENT_LIST_DIR}/changelog ${doc}/changelog.Debian COPYONLY)
+    file(WRITE ${share}/lintian/overrides/tresk "# Not uploaded to Debian, so no bug of its list is closed.
+tresk: initial-upload-closes-no-bugs *
+")
+    run(gzip -9n ${doc}/changelog ${doc}/changelog.Debian ${share}/man/man1/tresk.1)
+endif()
+
+# The umask of who builds and the modes of the clone are no business of who installs.
+run(chmod -R u=rwX,go=rX ${stage})
