@@ -53,6 +53,7 @@ class CheckingListener : public Listener
             check_place(finding);
             check_extras(finding);
         }
+        remarks_ += finding.is_judged || finding.kind == FindingKind::TITLE ? 0 : 1;
         warnings_ += text.find("Warning : ") != std::string::npos ? 1 : 0;
     }
     void passed(const Finding &finding) override
@@ -76,6 +77,8 @@ class CheckingListener : public Listener
         };
         expect(count("]  <") + count("]  \n") == results_, "result lines");
         expect(count("Warning : ") == warnings_, "warnings");
+        expect(count("ERROR1.") + count("ERROR2.") + count("ABS macro.") + count("No INDC ") == remarks_,
+               "remarks");
         heard_ << "end " << end.grade << std::endl;
     }
 
@@ -167,6 +170,7 @@ class CheckingListener : public Listener
     int files_ = 0;
     int results_ = 0;
     int warnings_ = 0;
+    int remarks_ = 0;
     std::size_t printed_ = 0;
 };
 
