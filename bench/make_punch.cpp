@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <map>
 #include <numeric>
 #include <string>
 #include <vector>
@@ -18,7 +19,8 @@ namespace
 {
 
 enum Analysis { TR, AC, OP };
-enum Format { TEXT, FLOAT, DOUBLE };
+enum Format { TEXT, FLOAT, DOUBLE, SPARSE }; // the last: floats, all 0, as a hole of the file
+enum Times { OF_SIGNAL, OF_FILE, OF_ALL };   // whose own x they are; of a file: of each of its signals, too
 
 struct Kind {
     const char *name;
@@ -26,21 +28,28 @@ struct Kind {
     Format format;
     std::size_t points; // of one signal
     double deviation;   // of a regression value, relative
-    bool shuffled;      // the regression file has the signals in another order
+    Times times = OF_SIGNAL;
+    int x_digits = 9;
+    int y_digits = 9;
+    bool shuffled = false; // the regression file has the signals in another order
 };
 
 // Transient signals are judged by the absolute area between them, hence the small deviation.
 constexpr Kind kKinds[] = {
-    {"transient-text", TR, TEXT, 10000, 1e-7, false},
-    {"transient-float", TR, FLOAT, 10000, 1e-7, false},
-    {"transient-double", TR, DOUBLE, 10000, 1e-7, false},
-    {"ac-text", AC, TEXT, 1000, 1e-3, false},
-    {"ac-float", AC, FLOAT, 1000, 1e-3, false},
-    {"ac-double", AC, DOUBLE, 1000, 1e-3, false},
-    {"op-values", OP, TEXT, 1, 1e-3, false},
-    {"op-failing", OP, TEXT, 1, 0.1, false},
-    {"many-signals", TR, TEXT, 4, 1e-7, true},
-    {"tiny", TR, TEXT, 10, 1e-7, false},
+    {"transient-text", TR, TEXT, 10000, 1e-7},
+    {"transient-text-own-times", TR, TEXT, 10000, 1e-7, OF_FILE},
+    {"transient-text-shared-times", TR, TEXT, 10000, 1e-7, OF_ALL},
+    {"transient-text-long", TR, TEXT, 10000, 1e-7, OF_SIGNAL, 15, 17},
+    {"transient-float", TR, FLOAT, 10000, 1e-7},
+    {"transient-double", TR, DOUBLE, 10000, 1e-7},
+    {"ac-text", AC, TEXT, 1000, 1e-3},
+    {"ac-float", AC, FLOAT, 1000, 1e-3},
+    {"ac-double", AC, DOUBLE, 1000, 1e-3},
+    {"ac-sparse", AC, SPARSE, 10000000, 0.0},
+    {"op-values", OP, TEXT, 1, 1e-3},
+    {"op-failing", OP, TEXT, 1, 0.1},
+    {"many-signals", TR, TEXT, 4, 1e-7, OF_SIGNAL, 9, 9, true},
+    {"tiny", TR, TEXT, 10, 1e-7},
 };
 
 struct Options {
@@ -56,7 +65,7 @@ struct Options {
 [[noreturn]] void usage()
 {
     std::fputs("usage: make_punch KIND SIZE GOLDEN REGRESSION [--seed N] [--raw]\n"
-               "SIZE: a number of signals, or of bytes with kB or MB behind it\n"
+               "SIZE: a number of signals, or of bytes with kB, MB or GB behind it\n"
                "--raw: also write all x and y as native doubles, to GOLDEN.raw and REGRESSION.raw\n"
                "KIND:",
                stderr);
@@ -96,17 +105,26 @@ struct Point {
 };
 
 // The points of one signal. Golden and regression draw the same random numbers, so that they agree
-// but for the deviation.
+// but for the deviation and, where each file has its own, the times. Curves are smooth then, as their
+// areas must not depend on where the points are.
 class Signal
 {
   public:
     Signal(const Options &options, std::size_t index, std::size_t points, bool regression)
-        : random_(options.seed + index * 0x9E3779B97F4A7C15U), analysis_(options.kind->analysis),
-          is_phase_(analysis_ == AC && index % 4 == 3), deviation_(regression ? options.kind->deviation : 0.0)
+        : analysis_(options.kind->analysis), is_phase_(analysis_ == AC && index % 4 == 3),
+          deviation_(regression ? options.kind->deviation : 0.0)
     {
-        random_.bits();
-        level_ = 0.5 + 2.0 * random_.uniform();
-        corner_ = std::pow(10.0, 3.0 + 4.0 * random_.uniform());
+        const Times times = options.kind->times;
+        const std::uint64_t own_seed = options.seed + (index + 1) * 0x9E3779B97F4A7C15U;
+        values_ = Random(own_seed);
+        times_ = Random(times == OF_ALL                  ? options.seed
+                        : times == OF_FILE && regression ? ~own_seed
+                                                         : own_seed + 1);
+        values_.bits();
+        times_.bits();
+        level_ = 0.5 + 2.0 * values_.uniform();
+        corner_ = std::pow(10.0, 3.0 + (times == OF_FILE ? 2.0 : 4.0) * values_.uniform());
+        noise_ = times == OF_FILE ? 1e-6 : 1e-3;
         const auto steps = static_cast<double>(points);
         step_ = analysis_ == TR ? 1e-6 / steps : std::pow(1e9, 1.0 / steps) - 1.0;
         x_ = analysis_ == TR ? 0.0 : 1.0;
@@ -114,9 +132,10 @@ class Signal
 
     Point next()
     {
-        const Point point{x_, value() * (1.0 + deviation_ * (0.9 + 0.2 * random_.uniform()))};
-        const double step = step_ * (0.5 + random_.uniform());
-        x_ = analysis_ == TR ? x_ + step : x_ * (1.0 + step);
+        const Point point{x_, value() * (1.0 + deviation_ * (0.9 + 0.2 * values_.uniform()))};
+        ++count_;
+        x_ = analysis_ == TR ? step_ * (count_ + 0.9 * times_.uniform())
+                             : x_ * (1.0 + step_ * (0.5 + times_.uniform()));
         return point;
     }
 
@@ -128,7 +147,7 @@ class Signal
   private:
     double value()
     {
-        const double level = level_ * (1.0 + 1e-3 * random_.uniform());
+        const double level = level_ * (1.0 + noise_ * values_.uniform());
         const double ratio = x_ / corner_;
         switch (analysis_) {
         case TR:
@@ -140,34 +159,37 @@ class Signal
         }
     }
 
-    Random random_;
+    Random values_{0};
+    Random times_{0};
     Analysis analysis_;
     bool is_phase_;
     double deviation_;
     double level_ = 0.0;
     double corner_ = 0.0; // a frequency
+    double noise_ = 0.0;  // relative
     double step_ = 0.0;
-    double x_ = 0.0;
+    double x_ = 0.0; // of the next point
+    int count_ = 0;  // of the points so far
 };
 
-// Nine significant digits, as 1.23456789E-09.
-void append_number(std::string &text, double value)
+// With nine digits as 1.23456789E-09.
+void append_number(std::string &text, double value, int digits)
 {
-    char digits[32];
+    char number[32];
     const auto result =
-        std::to_chars(digits, digits + sizeof digits, value, std::chars_format::scientific, 8);
-    *std::find(digits, result.ptr, 'e') = 'E';
-    text.append(digits, result.ptr);
+        std::to_chars(number, number + sizeof number, value, std::chars_format::scientific, digits - 1);
+    *std::find(number, result.ptr, 'e') = 'E';
+    text.append(number, result.ptr);
 }
 
-void append_text_points(std::string &text, Signal &signal, std::size_t points)
+void append_text_points(std::string &text, const Kind &kind, Signal &signal, std::size_t points)
 {
     for (std::size_t i = 0; i < points; ++i) {
         const Point point = signal.next();
         text += i % 2 == 0 ? "\n+ " : "  ";
-        append_number(text, point.x);
+        append_number(text, point.x, kind.x_digits);
         text += ' ';
-        append_number(text, point.y);
+        append_number(text, point.y, kind.y_digits);
     }
     text += '\n';
 }
@@ -214,10 +236,12 @@ std::string signal_text(const Kind &kind, Signal signal, std::size_t index, std:
                        ") YUNITS = " + (signal.is_phase() ? "DEGREES" : "VOLTS");
     if (kind.analysis == OP) {
         text += "  0.0  ";
-        append_number(text, signal.next().y);
+        append_number(text, signal.next().y, kind.y_digits);
         text += '\n';
     } else if (kind.format == TEXT) {
-        append_text_points(text, signal, points);
+        append_text_points(text, kind, signal, points);
+    } else if (kind.format == SPARSE) {
+        text += " DATA = BINARY\n"; // what follows is no text
     } else if (kind.format == FLOAT) {
         text += " DATA = BINARY\n";
         append_binary_points<float>(text, signal, points);
@@ -236,23 +260,48 @@ std::ofstream create(const std::string &path)
     return file;
 }
 
+// Bytes of a point on average.
+double point_bytes(const Kind &kind)
+{
+    switch (kind.format) {
+    case TEXT:
+        return kind.x_digits + kind.y_digits + 13.5;
+    case DOUBLE:
+        return 16.1;
+    default:
+        return 8.1;
+    }
+}
+
+// Writes a signal. Returns its size.
+std::uint64_t write_signal(std::ofstream &file, const Kind &kind, const Signal &signal, std::size_t index,
+                           std::size_t points)
+{
+    const std::string text = signal_text(kind, signal, index, points);
+    file << text;
+    if (kind.format != SPARSE) {
+        return text.size();
+    }
+    const std::size_t hole = points * 8 + points / 10;
+    file.seekp(static_cast<std::ofstream::off_type>(hole), std::ios::cur);
+    file << "\xFF\xFF\xFF\xFF\n\n";
+    return text.size() + hole + 6;
+}
+
 // Returns the number of points of each signal; the last one is cut to what is left of a size in bytes.
 std::vector<std::size_t> write_golden(const Options &options)
 {
     const Kind &kind = *options.kind;
-    const double point_bytes = kind.format == TEXT ? 31.5 : kind.format == FLOAT ? 8.1 : 16.1;
     std::vector<std::size_t> points;
     std::ofstream file = create(options.golden);
     file << file_header(kind.analysis);
     std::uint64_t written = 0;
     while (points.size() < options.signals && written < options.bytes) {
-        const double room = static_cast<double>(options.bytes - written) / point_bytes + 1.0;
+        const double room = static_cast<double>(options.bytes - written) / point_bytes(kind) + 1.0;
         const std::size_t index = points.size();
         points.push_back(static_cast<std::size_t>(std::min(room, static_cast<double>(kind.points))));
-        const std::string text =
-            signal_text(kind, Signal(options, index, points[index], false), index, points[index]);
-        file << text;
-        written += text.size();
+        const Signal signal(options, index, points[index], false);
+        written += write_signal(file, kind, signal, index, points[index]);
     }
     return points;
 }
@@ -270,7 +319,8 @@ void write_regression(const Options &options, const std::vector<std::size_t> &po
     std::ofstream file = create(options.regression);
     file << file_header(options.kind->analysis);
     for (const std::size_t index : order) {
-        file << signal_text(*options.kind, Signal(options, index, points[index], true), index, points[index]);
+        const Signal signal(options, index, points[index], true);
+        write_signal(file, *options.kind, signal, index, points[index]);
     }
 }
 
@@ -290,15 +340,16 @@ void parse_size(const char *text, Options &options)
 {
     char *unit = nullptr;
     const std::uint64_t count = std::strtoull(text, &unit, 10);
-    if (std::strcmp(unit, "kB") == 0) {
-        options.bytes = count * 1000;
-    } else if (std::strcmp(unit, "MB") == 0) {
-        options.bytes = count * 1000 * 1000;
-    } else if (*unit == '\0') {
+    if (*unit == '\0') {
         options.signals = count;
-    } else {
+        return;
+    }
+    const std::map<std::string, std::uint64_t> kUnits = {{"kB", 1000}, {"MB", 1000000}, {"GB", 1000000000}};
+    const auto found = kUnits.find(unit);
+    if (found == kUnits.end()) {
         usage();
     }
+    options.bytes = count * found->second;
 }
 
 Options parse_options(int argc, char **argv)

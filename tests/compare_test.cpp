@@ -15,21 +15,26 @@ TEST(Tolerance, VerdictsAndMarkers)
 {
     glAbstol = 0.5;
     glReltol = 0.25;
-    for (const auto &c : cases_of("tolerance")) {
-        glDefaultChecking = c[0] == "D";
-        glAonly = c[0] == "A";
-        glRonly = c[0] == "R";
-        glAorR = c[0] == "O";
-        glAandR = c[0] == "B";
+    const auto modes = {
+        std::pair(&glAonly, "-Aonly"), {&glRonly, "-Ronly"}, {&glAorR, "-AorR"}, {&glAandR, "-AandR"}};
+    for (const TableRow &row : cases_of("Tolerance")) {
+        SCOPED_TRACE(row.place);
+        glDefaultChecking = row["mode"] == "default";
+        for (const auto &[setting, name] : modes) {
+            *setting = row["mode"] == name;
+        }
         glNANflag = 0;
-        const std::vector<double> v = numbers(c[1]);
         const char *marker = nullptr;
-        EXPECT_EQ(std::to_string(test_error_thresholds(v[0], v[1], v[2], &marker)), c[2]) << c[1];
-        EXPECT_EQ(marker, c[3]) << c[0] << c[1];
-        EXPECT_EQ(glNANflag, c[2] == "2");
-        const std::string modes = std::string(glAonly ? "A" : "") + (glRonly ? "R" : "") +
-                                  (glAorR ? "O" : "") + (glAandR ? "B" : "");
-        EXPECT_EQ(modes.empty() ? "-" : modes, c[4]) << c[0] << c[1];
+        const int verdict = test_error_thresholds(std::stod(row["level"]), std::stod(row["absolute error"]),
+                                                  std::stod(row["relative error"]), &marker);
+        EXPECT_EQ(verdict, row["verdict"] == "within" ? 0 : row["verdict"] == "exceeded" ? 1 : 2);
+        EXPECT_EQ(marker, row["marker"]);
+        EXPECT_EQ(glNANflag, row["verdict"] == "nan");
+        std::string then;
+        for (const auto &[setting, name] : modes) {
+            then += *setting ? name : "";
+        }
+        EXPECT_EQ(then.empty() ? "none" : then, row["mode then"]);
     }
     EXPECT_EQ(relative_error(0.0, -0.0), 0.0);
     EXPECT_EQ(relative_error(1e-300, -0.0), 1.0);
@@ -64,8 +69,9 @@ static std::string areas(const std::vector<double> &points, double dx, std::size
 
 TEST(Integration, Areas)
 {
-    for (const auto &c : cases_of("area")) {
-        EXPECT_EQ(areas(numbers(c[0]), std::stod(c[1]), numbers(c[2]).size()), c[2]) << c[0];
+    for (const TableRow &row : cases_of("Area")) {
+        const std::size_t entries = numbers(row["areas"]).size();
+        EXPECT_EQ(areas(numbers(row["points"]), std::stod(row["dx"]), entries), row["areas"]) << row.place;
     }
     debug = DEBUG_ALT_INTEGRATION; // its own arithmetic, but the same curve and no offset by one
     EXPECT_EQ(areas({0, 0, 0.5, 0.5, 0.5, 0.5, 4, 4}, 1, 6), "0.5 1.5 2.5 3.5 0 0");
@@ -156,11 +162,12 @@ TEST(PairIndex, FindsWhatTheSearchFromTheHeadFinds)
 
 TEST(ExitGrade, MasksAndGrades)
 {
-    for (const auto &c : cases_of("grade")) {
-        desert = std::stoi(c[3]);
-        const int masked = masked_status(std::stoi(c[0]), {std::stoi(c[1]), std::stoi(c[2])});
-        EXPECT_EQ(std::to_string(masked), c[4]) << c[0];
-        EXPECT_EQ(std::to_string(exit_grade(masked)), c[5]) << c[0];
+    for (const TableRow &row : cases_of("Grade")) {
+        desert = std::stoi(row["desert"]);
+        const ExitMasks masks{std::stoi(row["positive mask"]), std::stoi(row["negative mask"])};
+        const int masked = masked_status(std::stoi(row["status"]), masks);
+        EXPECT_EQ(std::to_string(masked), row["masked status"]) << row.place;
+        EXPECT_EQ(std::to_string(exit_grade(masked)), row["grade"]) << row.place;
     }
     desert = 0;
 }

@@ -20,7 +20,7 @@ const Bytes kTable = "*$$\n*$$ --- BEGIN PUNCH FILE INDEX TABLE ---\n";
 
 Bytes sample_path(const Bytes &name)
 {
-    return TRESK_SAMPLES "/" + name + "/golden.pun";
+    return TRESK_SOURCE "/samples/" + name + "/golden.pun";
 }
 
 using Damage = Words (*)(const Bytes &file, const Words &how);
@@ -68,11 +68,7 @@ const std::map<Bytes, Damage> kWays = {
      }},
     {"replace",
      [](const Bytes &file, const Words &how) -> Words {
-         Bytes changed = file;
-         for (std::size_t at = 0; (at = changed.find(how[0], at)) != Bytes::npos; at += how[1].size()) {
-             changed.replace(at, how[0].size(), how[1]);
-         }
-         return {changed};
+         return {replaced(file, how[0], how[1])};
      }},
     {"grow",
      [](const Bytes &file, const Words &how) -> Words {
@@ -93,22 +89,6 @@ const std::map<Bytes, Damage> kWays = {
          return {file + kTable + how[0]};
      }},
 };
-
-Bytes unescape(const Bytes &text)
-{
-    Bytes bytes;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '\\') {
-            bytes += text[i];
-        } else if (text[++i] == 'x') {
-            bytes += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
-            i += 2;
-        } else {
-            bytes += text[i] == 'n' ? '\n' : text[i] == 'r' ? '\r' : ' ';
-        }
-    }
-    return bytes;
-}
 
 // A grade with its result line, a table, or a fault that ends the run where it is met. Signals, time
 // limit and sanitizers have exit codes of their own.
@@ -134,7 +114,7 @@ void run_case(const Bytes &line, const Bytes &arguments, const Bytes &folder)
     Words how;
     words >> sample >> way;
     for (Bytes word; words >> word;) {
-        how.push_back(unescape(word));
+        how.push_back(unescaped(word));
     }
     const Bytes damaged = folder + "/damaged.pun";
     setenv("SAMPLE", sample_path(sample).c_str(), 1);
@@ -154,7 +134,7 @@ void run_case(const Bytes &line, const Bytes &arguments, const Bytes &folder)
 void run_cases(const Bytes &arguments)
 {
     const Bytes folder = make_folder();
-    std::ifstream cases(TRESK_DAMAGE_CASES);
+    std::ifstream cases(TRESK_SOURCE "/tests/damage.txt");
     for (Bytes line; std::getline(cases, line);) {
         if (line[0] != '#') {
             ASSERT_NO_FATAL_FAILURE(run_case(line, arguments, folder));

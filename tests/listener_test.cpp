@@ -188,7 +188,7 @@ TEST(Listener, HearsWhatTheTranscriptSays)
 {
     const std::string folder = make_folder();
     int pairs = 0;
-    for (const auto &one : fs::recursive_directory_iterator(TRESK_GOLDEN)) {
+    for (const auto &one : fs::recursive_directory_iterator(TRESK_SOURCE "/tests/golden")) {
         if (one.path().extension() == ".pun") {
             for (const auto &other : fs::directory_iterator(one.path().parent_path())) {
                 if (other.path().extension() == ".pun") {

@@ -2,31 +2,46 @@
 #ifndef TRESK_TESTS_MODEL_JUDGE_H
 #define TRESK_TESTS_MODEL_JUDGE_H
 
+#include "compare/finding.h"
+#include "read/analysis_traits.h"
+#include "support/exit_bits.h"
+
 #include "model_results.h"
 
 #include <cmath>
-#include <cstdio>
-#include <map>
 #include <set>
 #include <utility>
 
-// The file that lacks what the one told has.
-inline const char *lacking_file(bool in_reference)
+// What the model knows of a finding, as text. Findings of whole lists have labels for names, which are
+// left to the golden cases.
+inline std::string text_of(const Finding &finding)
 {
-    return in_reference ? "comparison" : "reference";
+    const std::set<FindingKind> labelled = {FindingKind::MISSING_SOLUTION, FindingKind::MISSING_STATEMENT,
+                                            FindingKind::EMPTY_INDC};
+    std::ostringstream text;
+    text << "FindingKind " << static_cast<int>(finding.kind) << " " << analysis_name(finding.analysis)
+         << " of rerun " << finding.place.rerun.value_or(-1) << " modify "
+         << finding.place.modify.value_or(-1) << " time " << finding.place.force_time.value_or(-1) << ": '"
+         << (labelled.count(finding.kind) > 0 ? "" : finding.name) << "' side "
+         << static_cast<int>(finding.side) << " bits " << finding.bits << " error " << finding.judged.abserr
+         << " fails " << finding.fails << "/" << finding.compared << " nan " << finding.met_nan << " missing "
+         << finding.missing_points;
+    if (finding.kind == FindingKind::SWEEP) {
+        text << " worst " << finding.worst.index;
+    }
+    return text.str();
 }
 
-inline std::string missing_signal(const std::string &name, bool in_reference)
+// All findings of a run in any order, and how it ended.
+inline std::string text_of(const std::multiset<std::string> &findings, unsigned status, int grade)
 {
-    return "Warning : signal " + name + "  is not present in the " + lacking_file(in_reference) + " file.";
+    std::ostringstream text;
+    for (const std::string &finding : findings) {
+        text << finding << "\n";
+    }
+    text << "status " << status << " grade " << grade << "\n";
+    return text.str();
 }
-
-// The kinds of signals, in the order of the transcript, and what it calls them.
-inline const std::pair<std::string, std::string> kKinds[] = {
-    {"OP", "OP"},   {"TR", "TR Waveform"}, {"PSS", "PSS Waveform"}, {"PAC", "PAC"},
-    {"PXF", "PXF"}, {"PNOISE", "PNOISE"},  {"MR", "MEASURE"},       {"DC", "DC"},
-    {"AC", "AC"},   {"NOISE", "AC NOISE"}, {"DISTO", "AC DISTO"},   {"XF", "XF"},
-    {"STB", "STB"}};
 
 // Judges pairs of results by plain searches.
 class Judge
@@ -40,109 +55,101 @@ class Judge
 
     void compare(const Results &ref, const Results &cmp)
     {
-        std::set<int> ref_reruns;
-        std::set<int> cmp_reruns;
         for (const Modify &modify : ref) {
-            ref_reruns.insert(modify.rerun);
-        }
-        for (const Modify &modify : cmp) {
-            cmp_reruns.insert(modify.rerun);
-        }
-        for (const int rerun : ref_reruns) {
-            if (cmp_reruns.count(rerun) > 0) {
-                compare_rerun(ref, cmp, rerun);
+            const auto partner = std::find_if(cmp.begin(), cmp.end(), [&modify](const Modify &one) {
+                return one.rerun == modify.rerun && one.number == modify.number;
+            });
+            if (partner != cmp.end()) {
+                place_ = {modify.rerun, modify.number, {}};
+                compare_modifies(modify, *partner);
             }
         }
-        tell_missing("rerun", ref_reruns, cmp_reruns, true);
-        tell_missing("rerun", cmp_reruns, ref_reruns, false);
+        tell_missing_variants(ref, cmp, Side::COMPARISON);
+        tell_missing_variants(cmp, ref, Side::REFERENCE);
     }
 
     // The format of the reference file holds for the other one too, so only a higher one differs.
     void compare_formats(int ref, int cmp)
     {
         if (cmp > ref) {
-            tell(64, "These punch files DO NOT have the same data format");
+            tell(FindingKind::DATA_FORMAT, kNoAnalysis, "", EXIT_FORMAT);
         }
     }
 
     int grade() const
     {
-        return bits == 0 ? 0 : bits & 256 ? 5 : bits & 96 ? 1 : bits & 4 ? 2 : bits & 1 ? 3 : 4;
+        return status == 0 ? 0 : status & 256 ? 5 : status & 96 ? 1 : status & 4 ? 2 : status & 1 ? 3 : 4;
     }
 
-    // The end of the transcript.
-    std::string result() const
-    {
-        static const Texts kGrades = {"PASS", "FAIL_I", "FAIL_PV", "FAIL_V", "FAIL_PSV", "FAIL_SV"};
-        return "\n Comparison result:  " + kGrades[static_cast<std::size_t>(grade())] +
-               (bits == 0 ? "" : "  (exit status = " + std::to_string(bits) + ")") + "\n\n";
-    }
-
-    unsigned bits = 0; // of the exit status, in numbers as users see them
-    Texts findings;    // lines of the transcript, in order, in the form that the test reduces them to
+    unsigned status = 0;
+    std::multiset<std::string> findings;
 
   private:
     using Signals = std::vector<std::pair<const Section *, const Signal *>>;
 
-    void tell(unsigned bit, const std::string &text)
+    void tell(const Finding &finding)
     {
-        bits |= bit;
-        findings.push_back(text);
+        status |= finding.bits;
+        findings.insert(text_of(finding));
     }
 
-    void tell_missing(const std::string &what, const std::set<int> &here, const std::set<int> &there,
-                      bool in_reference)
+    Finding finding_here(FindingKind kind, int code, const std::string &name) const
     {
-        for (const int number : here) {
-            if (there.count(number) == 0) {
-                tell(8, "Warning : " + what + " number " + std::to_string(number) + " is not present in " +
-                            lacking_file(in_reference) + " file.");
-            }
-        }
+        Finding finding;
+        finding.kind = kind;
+        finding.analysis = code;
+        finding.name = name;
+        finding.place = place_;
+        return finding;
     }
 
-    void compare_rerun(const Results &ref, const Results &cmp, int rerun)
+    void tell(FindingKind kind, int code, const std::string &name, unsigned bits,
+              Side lacking = Side::NEITHER, std::size_t missing_points = 0)
     {
-        std::set<int> ours;
-        std::set<int> theirs;
-        for (const Modify &modify : cmp) {
-            if (modify.rerun == rerun) {
-                theirs.insert(modify.number);
-            }
-        }
-        for (const Modify &modify : ref) {
-            if (modify.rerun == rerun) {
-                ours.insert(modify.number);
-                const auto partner = std::find_if(cmp.begin(), cmp.end(), [&modify](const Modify &one) {
-                    return one.rerun == modify.rerun && one.number == modify.number;
-                });
-                if (partner != cmp.end()) {
-                    compare_modifies(modify, *partner);
-                }
-            }
-        }
-        tell_missing("modify", ours, theirs, true);
-        tell_missing("modify", theirs, ours, false);
+        Finding finding = finding_here(kind, code, name);
+        finding.bits = bits;
+        finding.side = lacking;
+        finding.missing_points = static_cast<int>(missing_points);
+        tell(finding);
     }
 
-    static Signals of_kind(const Modify &modify, const std::string &kind)
+    void tell_missing_variants(const Results &here, const Results &there, Side lacking)
     {
-        static const std::set<std::string> kPlain = {"OP", "DC", "MR", "TR", "PSS"};
+        std::map<int, std::set<int>> numbers; // of the modifies of each rerun
+        for (const Modify &modify : there) {
+            numbers[modify.rerun].insert(modify.number);
+        }
+        std::set<int> missing_reruns;
+        for (const Modify &modify : here) {
+            place_ = {modify.rerun, {}, {}};
+            if (numbers.count(modify.rerun) == 0 && missing_reruns.insert(modify.rerun).second) {
+                tell(FindingKind::MISSING_RERUN, kNoAnalysis, "", EXIT_VARIANTS, lacking);
+            } else if (numbers.count(modify.rerun) > 0 && numbers[modify.rerun].count(modify.number) == 0) {
+                place_.modify = modify.number;
+                tell(FindingKind::MISSING_MODIFY, kNoAnalysis, "", EXIT_VARIANTS, lacking);
+            }
+        }
+        place_ = {};
+    }
+
+    static Signals signals_of(const Modify &modify, int code)
+    {
         Signals found;
         for (const Section &section : modify.sections) {
+            const int header = analysis_of_header_word(section.analysis.c_str());
+            const bool by_units =
+                header != OP && header != DC && header != MR && !is_over_time(section.analysis);
             for (const Signal &signal : section.signals) {
-                std::string is = section.analysis;
-                if (kPlain.count(is) == 0) {
-                    is = signal.units == "HD2"                        ? "DISTO"
-                         : is == "AC" && signal.units == "V/SQRT(HZ)" ? "NOISE"
-                                                                      : is;
-                }
-                if (is == kind) {
+                const bool distortion = by_units && signal.units == "HD2";
+                const bool noise = header == AC && signal.units == "V/SQRT(HZ)";
+                if (code == (distortion ? static_cast<int>(DISTO)
+                             : noise    ? static_cast<int>(NOISE)
+                                        : header)) {
                     found.emplace_back(&section, &signal);
                 }
             }
         }
-        if (kind == "OP") { // kept in reverse, as ever
+        if (code == OP) { // kept in reverse, as ever
             std::reverse(found.begin(), found.end());
         }
         return found;
@@ -150,106 +157,75 @@ class Judge
 
     void compare_modifies(const Modify &ref, const Modify &cmp)
     {
-        findings.push_back("** COMPARING RERUN " + std::to_string(ref.rerun) + " MODIFY " +
-                           std::to_string(ref.number) + " DATA **");
         if (ref.temperature != cmp.temperature) {
-            tell(32, "Run temperature is different");
+            tell(FindingKind::TEMPERATURE, kNoAnalysis, "", EXIT_UNITS);
         }
-        compare_initial_solutions(ref, cmp);
-        for (const auto &[analysis, label] : {std::pair("TR", ".FORCE TR"), {"PSS", ".FORCE PSS"}}) {
-            compare_forces(label, forces_of(ref, analysis), forces_of(cmp, analysis));
+        for (const int code : {INOP, INTR, INPSS}) {
+            compare_initial_list(ref, cmp, code);
         }
-        for (const auto &[kind, label] : kKinds) {
-            const Signals ours = of_kind(ref, kind);
-            const Signals theirs = of_kind(cmp, kind);
-            if (kind == "OP" && ours.empty() != theirs.empty()) {
-                tell(16, std::string("Missing OP solution from ") + lacking_file(theirs.empty()) + " file.");
+        compare_first_and_last(ref, cmp);
+        compare_forces(TR_FORCE, forces_of(ref, "TR"), forces_of(cmp, "TR"));
+        compare_forces(PSS_FORCE, forces_of(ref, "PSS"), forces_of(cmp, "PSS"));
+        for (int code = 0; code < kAnalysisCount; ++code) {
+            const Signals ours = signals_of(ref, code);
+            const Signals theirs = signals_of(cmp, code);
+            if (code == OP && ours.empty() != theirs.empty()) {
+                tell(FindingKind::MISSING_SOLUTION, OP, "", EXIT_ANALYSES, lacking_side(ours.empty()));
             } else {
-                compare_kind(kind, label, ours, theirs);
+                compare_signals(code, ours, theirs);
             }
         }
     }
 
-    // Compares the lists that both have. False if only one has them.
-    bool compare_initial_list(const Modify &ref, const Modify &cmp, const std::string &kind,
-                              const std::string &label)
+    static Side lacking_side(bool is_reference)
     {
-        if (ref.initial.count(kind) != cmp.initial.count(kind)) {
-            return false;
-        }
-        if (ref.initial.count(kind) > 0) {
-            MetValues ours{ref.initial.at(kind)};
-            MetValues theirs{cmp.initial.at(kind)};
-            const int fails = compare_solutions(ours, theirs);
-            std::size_t missing = tell_missing_values(ours, true);
-            missing += tell_missing_values(theirs, false);
-            summarize(fails, missing, label);
-        }
-        return true;
+        return is_reference ? Side::REFERENCE : Side::COMPARISON;
     }
 
-    void compare_initial_solutions(const Modify &ref, const Modify &cmp)
+    void compare_initial_list(const Modify &ref, const Modify &cmp, int code)
     {
-        for (const std::string kind : {"INOP", "INTR", "INPSS"}) {
-            if (!compare_initial_list(ref, cmp, kind, kind)) {
-                tell(16, "Missing " + kind + " solution from " + lacking_file(ref.initial.count(kind) > 0) +
-                             " file.");
-            }
+        const bool in_ref = ref.initial.count(analysis_name(code)) > 0;
+        const bool in_cmp = cmp.initial.count(analysis_name(code)) > 0;
+        if (in_ref != in_cmp) {
+            tell(FindingKind::MISSING_SOLUTION, code, "", EXIT_ANALYSES, lacking_side(!in_ref));
+        } else if (in_ref) {
+            MetValues ours{ref.initial.at(analysis_name(code))};
+            MetValues theirs{cmp.initial.at(analysis_name(code))};
+            compare_solutions(code, ours, theirs);
         }
+    }
+
+    void compare_first_and_last(const Modify &ref, const Modify &cmp)
+    {
         const bool in_ref = ref.initial.count("INDC1") + ref.initial.count("INDC2") > 0;
         const bool in_cmp = cmp.initial.count("INDC1") + cmp.initial.count("INDC2") > 0;
         if (in_ref != in_cmp) {
-            tell(16, std::string("Missing INDC solution from ") + lacking_file(in_ref) + " file.");
+            tell(FindingKind::MISSING_SOLUTION, INDC1, "", EXIT_ANALYSES, lacking_side(!in_ref));
         } else if (in_ref && ref.initial.count("INDC1") + cmp.initial.count("INDC1") == 0) {
-            findings.emplace_back("No INDC signals in either file."); // whatever the last points hold
+            tell(FindingKind::EMPTY_INDC, INDC1, "", 0); // whatever the last points hold
         } else {
-            compare_indc_point(ref, cmp, "INDC1", "FIRST", "first");
-            compare_indc_point(ref, cmp, "INDC2", "LAST", "last");
+            compare_initial_list(ref, cmp, INDC1);
+            compare_initial_list(ref, cmp, INDC2);
         }
     }
 
-    void compare_indc_point(const Modify &ref, const Modify &cmp, const std::string &kind,
-                            const std::string &place, const std::string &which)
+    void compare_signals(int code, const Signals &ref, Signals cmp)
     {
-        if (!compare_initial_list(ref, cmp, kind, which + " INDC point")) {
-            tell(16, "Missing INDC solution [" + place + " POINT] in " +
-                         lacking_file(ref.initial.count(kind) > 0) + " file.");
-        }
-    }
-
-    void compare_kind(const std::string &kind, const std::string &label, const Signals &ref, Signals cmp)
-    {
-        int fails = 0;
-        Texts missing;
         for (const auto &[section, signal] : ref) {
             const auto partner = std::find_if(cmp.begin(), cmp.end(), [name = signal->name](const auto &one) {
                 return one.second != nullptr && one.second->name == name;
             });
             if (partner == cmp.end()) {
-                missing.push_back(missing_signal(signal->name, true));
-                continue;
+                tell(FindingKind::MISSING_SIGNAL, code, signal->name, EXIT_SIGNALS, Side::COMPARISON);
+            } else {
+                compare_pair(code, *section, *signal, *partner->first, *partner->second);
+                partner->second = nullptr;
             }
-            fails += compare_pair(kind, label, *section, *signal, *partner->first, *partner->second) ? 1 : 0;
-            partner->second = nullptr;
         }
         for (const auto &[section, signal] : cmp) {
             if (signal != nullptr) {
-                missing.push_back(missing_signal(signal->name, false));
+                tell(FindingKind::MISSING_SIGNAL, code, signal->name, EXIT_SIGNALS, Side::REFERENCE);
             }
-        }
-        findings.insert(findings.end(), missing.begin(), missing.end());
-        summarize(fails, missing.size(), label);
-    }
-
-    void summarize(int fails, std::size_t missing, const std::string &label)
-    {
-        if (fails > 0) {
-            tell(1, "Found " + std::to_string(fails) + " " + label +
-                        " signal(s) with absolute and relative errors over the thresholds.");
-        }
-        if (missing > 0) {
-            tell(4, "Found " + std::to_string(missing) + " " + label +
-                        " signal(s) without counterpart(s) in the compared files.");
         }
     }
 
@@ -280,116 +256,96 @@ class Judge
 
     // Every statement meets all of its time, a NaN all there are; values once paired stay paired, but
     // those of the reference file look for partners again.
-    void compare_forces(const std::string &label, std::vector<MetForce> ref, std::vector<MetForce> cmp)
+    void compare_forces(int code, std::vector<MetForce> ref, std::vector<MetForce> cmp)
     {
-        int fails = 0;
-        std::size_t missing = 0;
         for (MetForce &ours : ref) {
+            place_.force_time = ours.force.time;
             for (MetForce &theirs : cmp) {
                 if (ours.force.time < theirs.force.time || ours.force.time > theirs.force.time) {
                     continue;
                 }
                 ours.met = theirs.met = true;
                 if (ours.force.tshift != theirs.force.tshift) {
-                    tell(16, "TSHIFT for .FORCE statement is different.");
+                    tell(FindingKind::FORCE_TSHIFT, code, "", EXIT_ANALYSES);
                 }
-                fails += compare_solutions(ours.values, theirs.values);
-                missing += tell_missing_values(ours.values, true);
-                missing += tell_missing_values(theirs.values, false);
+                compare_solutions(code, ours.values, theirs.values);
             }
         }
-        missing += tell_missing_forces(label, ref, true);
-        missing += tell_missing_forces(label, cmp, false);
-        summarize(fails, missing, label);
+        for (const auto &[list, lacking] : {std::pair(&ref, Side::COMPARISON), {&cmp, Side::REFERENCE}}) {
+            for (const MetForce &statement : *list) {
+                if (!statement.met) {
+                    place_.force_time = statement.force.time;
+                    tell(FindingKind::MISSING_STATEMENT, code, "", EXIT_SIGNALS, lacking);
+                }
+            }
+        }
+        place_.force_time.reset();
     }
 
-    int compare_solutions(MetValues &ref, MetValues &cmp)
+    void compare_solutions(int code, MetValues &ref, MetValues &cmp)
     {
-        static const std::map<std::string, std::string> kMarks = {
-            {"NODE", ""}, {"INTERNAL", "~"}, {"IND", "*"}, {"CAP", "+"}};
-        int fails = 0;
         for (std::size_t i = 0; i < ref.values.size(); ++i) {
             const Value &ours = ref.values[i];
             for (std::size_t k = 0; k < cmp.values.size(); ++k) {
                 const Value &theirs = cmp.values[k];
                 if (!cmp.met[k] && ours.kind == theirs.kind && ours.name == theirs.name) {
                     ref.met[i] = cmp.met[k] = true;
-                    const std::string name = kMarks.at(ours.kind) + ours.name;
-                    fails += compare_values(name, ours.value, theirs.value) ? 1 : 0;
+                    compare_values(code, ours.name, ours.value, theirs.value);
                     break;
                 }
             }
         }
-        return fails;
-    }
-
-    std::size_t tell_missing_values(const MetValues &list, bool in_reference)
-    {
-        std::size_t count = 0;
-        for (std::size_t i = 0; i < list.values.size(); ++i) {
-            if (!list.met[i]) {
-                findings.push_back(missing_signal(list.values[i].name, in_reference));
-                ++count;
+        for (const auto &[list, lacking] : {std::pair(&ref, Side::COMPARISON), {&cmp, Side::REFERENCE}}) {
+            for (std::size_t i = 0; i < list->values.size(); ++i) {
+                if (!list->met[i]) {
+                    tell(FindingKind::MISSING_SIGNAL, code, list->values[i].name, EXIT_SIGNALS, lacking);
+                }
             }
         }
-        return count;
     }
 
-    std::size_t tell_missing_forces(const std::string &label, const std::vector<MetForce> &list,
-                                    bool in_reference)
+    void compare_values(int code, const std::string &name, double ref, double cmp)
     {
-        std::size_t count = 0;
-        for (const MetForce &statement : list) {
-            if (!statement.met) {
-                char time[32];
-                std::snprintf(time, sizeof time, "%11.6E", statement.force.time);
-                findings.push_back("Warning : " + label.substr(7) + " .FORCE statement at time " + time +
-                                   " is not present in the " + lacking_file(in_reference) + " file.");
-                ++count;
-            }
-        }
-        return count;
+        tell_judged(finding_here(FindingKind::VALUE, code, name), std::min(ref, cmp), std::fabs(ref - cmp),
+                    ref);
     }
 
-    bool compare_values(const std::string &name, double ref, double cmp)
+    // Tells of a pair that is judged by one error.
+    void tell_judged(Finding finding, double level, double abserr, double ref)
     {
-        const double abserr = std::fabs(ref - cmp);
-        const bool bad = fails(std::min(ref, cmp), abserr, relative(abserr, ref));
-        if (bad) {
-            tell(1, name + " " + short_form(abserr));
-        }
-        return bad;
+        const Verdict verdict = judged(level, abserr, relative(abserr, ref));
+        finding.met_nan = verdict == NOT_A_NUMBER;
+        finding.judged.abserr = abserr;
+        finding.fails = verdict != PASSES ? 1 : 0;
+        finding.compared = 1;
+        finding.bits = verdict != PASSES ? EXIT_TOLERANCE : 0U;
+        tell(finding);
     }
 
-    bool fails(double level, double abserr, double relerr)
+    Verdict judged(double level, double abserr, double relerr)
     {
         if (std::isnan(abserr) || std::isnan(relerr)) {
-            bits |= 256;
-            return true;
+            status |= EXIT_NAN;
+            return NOT_A_NUMBER;
         }
         const bool absolute = abserr > abstol_;
         const bool relative = relerr > reltol_;
         const bool near_zero = level == 0 || level <= abstol_; // where default checking judges absolutely
-        return mode_ == "-Ronly"             ? relative
-               : mode_ == "-AandR"           ? absolute && relative
-               : !mode_.empty() || near_zero ? absolute
-                                             : relative;
+        const bool fails = mode_ == "-Ronly"             ? relative
+                           : mode_ == "-AandR"           ? absolute && relative
+                           : !mode_.empty() || near_zero ? absolute
+                                                         : relative;
+        return fails ? FAILS : PASSES;
     }
 
-    void check_units(const std::string &what, const std::string &which, const std::string &ref,
-                     const std::string &cmp, bool solution)
+    void check_units(FindingKind kind, int code, const std::string &name, const std::string &ref,
+                     const std::string &cmp)
     {
-        const std::string who = what + " for " + which;
-        if (ref == cmp) {
-            return;
-        }
-        if (cmp.empty()) {
-            tell(32,
-                 who + (solution ? " in comparison file is missing." : " is missing in comparison file."));
-        } else if (ref.empty()) {
-            tell(32, who + (solution ? " in reference file is missing." : " not present in reference file."));
-        } else {
-            tell(32, who + " is different.");
+        if (ref != cmp) {
+            tell(kind, code, name, EXIT_UNITS,
+                 ref.empty()   ? Side::REFERENCE
+                 : cmp.empty() ? Side::COMPARISON
+                               : Side::NEITHER);
         }
     }
 
@@ -398,76 +354,65 @@ class Judge
         return ref != 0.0 ? std::fabs(abserr / ref) : abserr != 0.0 ? 1.0 : 0.0;
     }
 
-    static std::string short_form(double error)
+    void compare_pair(int code, const Section &ref_section, const Signal &ref, const Section &cmp_section,
+                      const Signal &cmp)
     {
-        char text[32];
-        std::snprintf(text, sizeof text, "%.3e", error);
-        return text;
+        const bool lengths_count = code == DC || code == MR;
+        if (lengths_count) {
+            check_units(FindingKind::X_UNITS, code, ref.name, ref_section.xunits, cmp_section.xunits);
+        }
+        if (lengths_count || code == TR || code == PSS || code == OP) {
+            check_units(FindingKind::Y_UNITS, code, ref.name, ref.units, cmp.units);
+        }
+        if (code == TR || code == PSS) { // of the five intervals the last is not compared
+            const double area = 4 * ref.values[0];
+            tell_judged(finding_here(FindingKind::AREA, code, ref.name), abstol_,
+                        std::fabs(area - 4 * cmp.values[0]), area);
+        } else if (code == OP) {
+            compare_values(code, ref.name, ref.values[0], cmp.values[0]);
+        } else {
+            compare_points(code, lengths_count, ref, cmp);
+        }
     }
 
-    bool compare_pair(const std::string &kind, const std::string &label, const Section &ref_section,
-                      const Signal &ref, const Section &cmp_section, const Signal &cmp)
-    {
-        const std::string who = "signal " + ref.name;
-        if (kind == "DC" || kind == "MR") {
-            const bool differ = !ref_section.xunits.empty() && !cmp_section.xunits.empty();
-            check_units("XUNITS", differ ? label + " " + who : who, ref_section.xunits, cmp_section.xunits,
-                        false);
-        }
-        if (kind == "DC" || kind == "MR" || is_over_time(kind)) {
-            check_units("YUNITS", who, ref.units, cmp.units, false);
-        }
-        if (is_over_time(kind)) {
-            // Of the five intervals the last is not compared.
-            const double abserr = 4 * std::fabs(ref.values[0] - cmp.values[0]);
-            if (!fails(abstol_, abserr, relative(abserr, 4 * ref.values[0]))) {
-                return false;
-            }
-            findings.push_back(ref.name + " " + short_form(abserr));
-            return true;
-        }
-        if (kind == "OP") {
-            const bool bad = compare_values(ref.name, ref.values[0], cmp.values[0]);
-            check_units("YUNITS", who, ref.units, cmp.units, true);
-            return bad;
-        }
-        return compare_points(kind == "DC" || kind == "MR", ref, cmp);
-    }
-
-    bool compare_points(bool lengths_count, const Signal &ref, const Signal &cmp)
+    void compare_points(int code, bool lengths_count, const Signal &ref, const Signal &cmp)
     {
         const std::size_t common = std::min(ref.values.size(), cmp.values.size());
         const std::size_t rest = std::max(ref.values.size(), cmp.values.size()) - common;
-        const bool shorter = cmp.values.size() == common;
-        int failing = 0;
+        if (rest > 0) {
+            tell(lengths_count ? FindingKind::MISSING_POINTS : FindingKind::POINT_COUNT, code, ref.name,
+                 lengths_count ? EXIT_TOLERANCE : 0U, lacking_side(ref.values.size() == common), rest);
+        }
+        Finding finding = finding_here(FindingKind::SWEEP, code, ref.name);
+        finding.compared = static_cast<int>(common);
         double worst = 0.0;
         for (std::size_t i = 0; i < common; ++i) {
             const double a = ref.values[i];
             const double b = cmp.values[i];
             const bool phase = !lengths_count && ref.units == "DEGREES";
             const double abserr = std::fabs(phase ? std::remainder(a - b, 360.0) : a - b);
-            if (fails(std::min(a, b), abserr, relative(abserr, a))) {
-                ++failing;
-                worst = std::max(worst, abserr);
+            const double relerr = relative(abserr, a);
+            const Verdict verdict = judged(std::min(a, b), abserr, relerr);
+            if (verdict == PASSES) {
+                continue;
             }
+            const bool first_nan = verdict == NOT_A_NUMBER && !finding.met_nan;
+            if (first_nan || (!finding.met_nan && (finding.fails == 0 || abserr * relerr > worst))) {
+                finding.worst.index = static_cast<int>(i);
+                worst = abserr * relerr;
+            }
+            finding.met_nan = finding.met_nan || first_nan;
+            finding.bits = EXIT_TOLERANCE;
+            ++finding.fails;
+            finding.judged.abserr = std::max(finding.judged.abserr, abserr);
         }
-        if (!lengths_count && rest > 0) {
-            findings.emplace_back(shorter ? "ERROR2." : "ERROR1.");
-        }
-        if (failing > 0) {
-            findings.push_back(ref.name + " " + std::to_string(failing) + "/" + std::to_string(common) + " " +
-                               short_form(worst));
-        }
-        if (lengths_count && rest > 0) {
-            findings.push_back(std::to_string(rest) + " points missing for signal " + ref.name + " in " +
-                               lacking_file(shorter) + " file.");
-        }
-        return failing > 0 || (lengths_count && rest > 0);
+        tell(finding);
     }
 
     std::string mode_;
     double abstol_;
     double reltol_;
+    Place place_;
 };
 
 #endif

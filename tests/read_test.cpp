@@ -50,7 +50,7 @@ static constexpr Layout kLayouts[] = {
     {BINARY, true, 4}, {BINARY, false, 4}, {BINARY_DBL, true, 8}, {BINARY_DBL, false, 8}};
 
 // Reads a signal with the data. Tells the number of points, how many points from the first on have the
-// values of Layout::data, and the field that follows, "." at the end of the file.
+// values of Layout::data, and the field that follows, "<end>" at the end of the file.
 static std::tuple<int, int, std::string> read_signal(const Layout &layout, const std::string &data,
                                                      std::size_t pad = 2)
 {
@@ -66,7 +66,7 @@ static std::tuple<int, int, std::string> read_signal(const Layout &layout, const
             ++right;
         }
     }
-    return {wform->numpts, right, tk_eofflag ? "." : tk_nxfield(source.stream)};
+    return {wform->numpts, right, tk_eofflag ? "<end>" : tk_nxfield(source.stream)};
 }
 
 // The missing bytes read as 0xFF: the point that is cut off counts, and the data ends with it.
@@ -84,7 +84,7 @@ TEST(BinaryData, CutAtEveryByte)
                 for (const int counting : {1, 0}) { // counts the points only, then keeps them
                     pun_index = counting;
                     ASSERT_EQ(read_signal(layout, data.substr(0, static_cast<std::size_t>(cut))),
-                              std::tuple(begun, counting == 1 ? 0 : complete, "."))
+                              std::tuple(begun, counting == 1 ? 0 : complete, "<end>"))
                         << points << " " << cut;
                 }
             }
@@ -107,8 +107,9 @@ TEST(BinaryData, BlocksMarksAndTails)
         nan[layout.big_endian ? layout.size - 1 : 0] = 'x';
         EXPECT_EQ(read_signal(layout, point + nan + nan + point + tail), std::tuple(3, 1, "NEXT"));
         EXPECT_EQ(read_signal(layout, point + layout.stored(1) + tail), std::tuple(2, 1, "NEXT"));
-        for (const auto &c : cases_of("tail")) {
-            EXPECT_EQ(read_signal(layout, point + end + c[0]), std::tuple(1, 1, c[1])) << c[0];
+        for (const TableRow &row : cases_of("Behind binary data")) {
+            const std::string data_and_text = point + end + unescaped(row["text"]);
+            EXPECT_EQ(read_signal(layout, data_and_text), std::tuple(1, 1, row["next field"])) << row.place;
         }
     }
 }
@@ -202,9 +203,12 @@ static const std::string kTable = "*$$\n*$$ --- BEGIN PUNCH FILE INDEX TABLE ---
 
 TEST(IndexFile, OldTableIsFoundByItsTrailer)
 {
-    for (const auto &c : cases_of("trailer")) {
-        const std::string text = "* a\nV1 1 2\n" + (c[0][0] == 'T' ? kTable + c[0].substr(1) : c[0]);
-        EXPECT_EQ(data_end(PunchSource(text)), c[1] == "yes" ? 11 : static_cast<off_t>(text.size())) << text;
+    for (const TableRow &row : cases_of("Index trailer")) {
+        std::string text = "* a\nV1 1 2\n" + unescaped(row["behind the data"]);
+        const std::size_t table = text.find("<table>");
+        table == std::string::npos ? text : text.replace(table, 7, kTable);
+        const std::size_t wanted = row["found"] == "yes" ? 11 : text.size();
+        EXPECT_EQ(data_end(PunchSource(text)), static_cast<std::int64_t>(wanted)) << row.place;
     }
     EXPECT_EQ(data_end(PunchSource(kTable + "*$!0\n\n")), 0);
     PunchSource large("V1 0 1\n" + kTable + "*$!5368709127\n\n", false, 5368709120);

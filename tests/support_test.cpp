@@ -5,80 +5,94 @@
 
 #include "test_support.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <random>
 
-using namespace std::string_literals;
-
 static const std::size_t kBlock = PunchSource("").stream.capacity;
 
-// Makes a call of the scanner; "-" for those that hand out nothing.
-static std::string make_call(char call, PunchStream &stream)
+// Makes a call to the scanner by its name in the table.
+static std::string make_call(const std::string &call, PunchStream &stream)
 {
     double number = 0.0;
-    return call == 'f'                   ? tk_nxfield(stream)
-           : call == 's'                 ? tk_nxsignal(stream)
-           : call == 'S'                 ? tk_nxString(stream)
-           : call == 'L'                 ? tk_nxLine(stream)
-           : call == 'R'                 ? tk_takeRestOfLine()
-           : call == 't'                 ? std::string(tk_textAfterField(2))
-           : call == 'm'                 ? (tk_BUFmark(stream), "-")
-           : call == 'r'                 ? (tk_BUFrestore(stream), "-")
-           : call == 'C'                 ? (tk_skipcomments = 1, "-")
+    return call == "fields"              ? tk_nxfield(stream)
+           : call == "signals"           ? tk_nxsignal(stream)
+           : call == "strings"           ? tk_nxString(stream)
+           : call == "line"              ? tk_nxLine(stream)
+           : call == "rest-of-line"      ? tk_takeRestOfLine()
+           : call == "text-behind"       ? std::string(tk_textAfterField(2))
+           : call == "mark"              ? (tk_BUFmark(stream), "")
+           : call == "restore"           ? (tk_BUFrestore(stream), "")
+           : call == "skip-comments"     ? (tk_skipcomments = 1, "")
            : tk_nxnumber(stream, number) ? std::to_string(static_cast<int>(number))
-                                         : "?";
+                                         : "<none>";
 }
 
-static std::string replaced(std::string text, const std::string &from, const std::string &to)
+// Makes the calls of one step, "name result result ...", as many as it has results: words for "fields",
+// a text for "line". Returns the step with the results that come out.
+static std::string make_calls(const std::string &step, PunchStream &stream)
 {
-    for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
-        text.replace(at, from.size(), to);
+    const std::string call = step.substr(0, step.find(' '));
+    const std::string results = replaced(replaced(step, " <eol>", ""), " <eof>", "").substr(call.size());
+    if (results.empty()) {
+        return make_call(call, stream), call;
     }
-    return text;
+    std::string made = call;
+    for (auto left = call.back() == 's' ? std::count(results.begin(), results.end(), ' ') : 1; left > 0;
+         --left) {
+        const std::string result = make_call(call, stream);
+        made += " " + (result.empty() ? "<empty>" : result) + (tk_argflag ? "=" : "") +
+                (tk_eolnflag ? " <eol>" : "") + (tk_eofflag ? " <eof>" : "");
+    }
+    return made;
 }
 
-// Makes the calls over a text behind a comment line of pad bytes and tells what they return, with "="
-// for a set tk_argflag, "|" for tk_eolnflag, "." for tk_eofflag and "_" for an empty text. The last
-// call is repeated up to the end of the file, unless "." follows. A "%" stands for n letters.
-static std::string scan(const std::vector<std::string> &c, std::size_t pad, bool as_pipe = false,
-                        std::size_t n = 3)
+// Makes the calls of a case over its text behind a comment line of pad bytes, "w...w" being length
+// letters. Returns the calls with what comes out.
+static std::string scan(const TableRow &row, std::size_t pad, bool as_pipe = false, std::size_t length = 3)
 {
-    PunchSource source(comment_line(pad) + replaced(c[1], "%", std::string(n, 'w')), as_pipe);
+    const std::string word(length, 'w');
+    PunchSource source(comment_line(pad) + replaced(unescaped(row["text"]), "w...w", word), as_pipe);
     tk_skipcomments = 0;
     tk_BUFinit(source.stream);
     tk_BUFreadLine(source.stream);
-    std::string told;
-    for (std::size_t made = 0, call = 0; made < 40 && c[0][call] != '.'; ++made) {
-        const std::string out = make_call(c[0][call], source.stream);
-        if (out != "-") {
-            told += (told.empty() ? "" : " ") + (out.empty() ? "_" : out) + (tk_argflag ? "=" : "") +
-                    (tk_eolnflag ? "|" : "") + (tk_eofflag ? "." : "");
-        }
-        if (call + 1 < c[0].size()) {
-            ++call;
-        } else if (tk_eofflag && tk_nxchar() == '\0' && !tk_splitting_bus) {
-            break;
-        }
+    std::string made;
+    const std::string &steps = row["calls and results"];
+    for (std::size_t begin = 0, end = 0; begin < steps.size(); begin = end + 2) {
+        end = std::min(steps.find("; ", begin), steps.size());
+        const std::string step = steps.substr(begin, end - begin);
+        made += step == "..." ? "" : (begin > 0 ? "; " : "") + make_calls(step, source.stream);
     }
-    return replaced(replaced(told, std::string(n, 'w'), "%"), std::string(n, 'W'), "%");
+    const bool at_end = tk_eofflag && tk_nxchar() == '\0' && !tk_splitting_bus;
+    made += at_end ? "" : "; ...";
+    return replaced(replaced(made, word, "w...w"), std::string(length, 'W'), "W...W");
 }
 
-// Wherever the text lies to the end of the window, in a file and in a pipe, and however long its pieces
+// Wherever the text lies to the end of the window, in a file and in a pipe, and however long its words
 // are, it reads the same.
+static void expect_case(const TableRow &row)
+{
+    SCOPED_TRACE(row.place);
+    const std::string wanted = unescaped(row["calls and results"]);
+    ASSERT_EQ(scan(row, 2), wanted);
+    for (std::size_t before = 0; before <= row["text"].size() + 1; ++before) {
+        ASSERT_EQ(scan(row, kBlock - before), wanted) << before << " bytes before the end of the window";
+        ASSERT_EQ(scan(row, kBlock - before, true), wanted) << before << " bytes before it in a pipe";
+    }
+    if (row["text"].find("w...w") != std::string::npos) {
+        for (const std::size_t length : {kBlock / 3, kBlock - 2, kBlock - 1, kBlock, 3 * kBlock}) {
+            ASSERT_TRUE(scan(row, 2, false, length) == wanted) << "words of " << length << " letters";
+        }
+    }
+}
+
 TEST(Scanner, Cases)
 {
-    for (const auto &c : cases_of("scan")) {
-        EXPECT_EQ(scan(c, 2), c[2]) << c[1];
-        for (std::size_t before = 0; before <= c[1].size() + 1; ++before) {
-            EXPECT_EQ(scan(c, kBlock - before), c[2]) << c[1] << before;
-            EXPECT_EQ(scan(c, kBlock - before, true), c[2]) << c[1] << before << " in a pipe";
-        }
-        for (const std::size_t n : {kBlock / 3, kBlock - 2, kBlock - 1, kBlock, 3 * kBlock}) {
-            EXPECT_TRUE(c[1].find('%') == std::string::npos || scan(c, 2, false, n) == c[2]) << c[1] << n;
-        }
+    for (const TableRow &row : cases_of("Scanner")) {
+        expect_case(row);
     }
 }
 
@@ -163,9 +177,11 @@ static bool converts_like_strtod(const char *text)
 
 TEST(Number, OddForms)
 {
-    for (const auto &texts : cases_of("number")) {
-        for (const std::string &text : texts) {
-            EXPECT_TRUE(converts_like_strtod(text.c_str())) << text;
+    EXPECT_TRUE(converts_like_strtod(""));
+    for (const TableRow &row : cases_of("Number")) {
+        std::istringstream texts(row["texts"]);
+        for (std::string text; texts >> text;) {
+            EXPECT_TRUE(converts_like_strtod(unescaped(text).c_str())) << row.place << ": " << text;
         }
     }
 }
@@ -201,8 +217,9 @@ TEST(Memory, Results)
     EXPECT_STREQ(f_strndup("abc", 2), "ab");
     EXPECT_STREQ(f_strndup("abc", 9), "abc");
     EXPECT_STREQ(f_itoa(INT_MIN), "-2147483648");
-    for (const auto &c : cases_of("path")) {
-        EXPECT_EQ(f_remove_trailing_components(c[0].c_str(), std::stoi(c[1])), c[2]) << c[0];
+    for (const TableRow &row : cases_of("Path")) {
+        const int dropped = std::stoi(row["components dropped"]);
+        EXPECT_EQ(f_remove_trailing_components(row["path"].c_str(), dropped), row["path left"]) << row.place;
     }
     EXPECT_TRUE(f_calloc(0, 8) == nullptr && f_malloc(0, 8) == nullptr && f_strdup(nullptr) == nullptr);
     EXPECT_TRUE(f_strndup(nullptr, 3) == nullptr && f_strndup("abc", 0) == nullptr);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the unit tests share: the tables of unit_cases.txt, and punch files that exist in memory only.
+// What the unit tests share: tables of cases, and punch files that exist in memory only.
 #ifndef TRESK_TESTS_TEST_SUPPORT_H
 #define TRESK_TESTS_TEST_SUPPORT_H
 
@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 #include <limits>
+#include <map>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -18,32 +19,92 @@
 #include <unistd.h>
 #include <vector>
 
+using namespace std::string_literals;
+
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
-// The cases of a table: the lines whose first field is its name, without that field.
-inline std::vector<std::vector<std::string>> cases_of(const std::string &table)
+// A text with its escapes replaced: \n, \r and \t as in C, \0 a NUL, \s a blank, \xFF a byte.
+inline std::string unescaped(const std::string &text)
 {
-    const std::string here = __FILE__;
-    std::ifstream file(here.substr(0, here.rfind('/') + 1) + "unit_cases.txt");
-    std::vector<std::vector<std::string>> cases;
-    for (std::string line; std::getline(file, line);) {
-        std::vector<std::string> fields(1);
-        for (std::size_t i = 0; i < line.size(); ++i) {
-            if (line.compare(i, 3, " ; ") == 0) {
-                fields.emplace_back();
-                i += 2;
-            } else {
-                const bool escaped = line[i] == '\\';
-                fields.back() +=
-                    escaped ? "\n\r\t \0\xff"[std::string("nrts0e").find(line.at(++i))] : line[i];
-            }
-        }
-        if (fields[0] == table) {
-            cases.emplace_back(fields.begin() + 1, fields.end());
+    std::string bytes;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\\') {
+            bytes += text[i];
+        } else if (text.at(++i) == 'x') {
+            bytes += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
+            i += 2;
+        } else {
+            bytes += "\n\r\t \0"s.at("nrts0"s.find(text[i]));
         }
     }
-    return cases.empty() ? throw std::runtime_error("unit_cases.txt has no table " + table) : cases;
+    return bytes;
+}
+
+// A text with all occurrences of a part replaced.
+inline std::string replaced(std::string text, const std::string &from, const std::string &to)
+{
+    for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+// A row of a Markdown table: its place, for messages, and its cells by the headings of the columns.
+struct TableRow {
+    std::string place;
+    std::map<std::string, std::string> cells;
+
+    const std::string &operator[](const std::string &column) const
+    {
+        return cells.at(column);
+    }
+};
+
+// The cells of a line "| first | `second` |", without the blanks and backticks around each.
+inline std::vector<std::string> cells_of(const std::string &line)
+{
+    std::vector<std::string> cells;
+    for (std::size_t begin = 1, end = 0; (end = line.find('|', begin)) != std::string::npos;
+         begin = end + 1) {
+        std::string cell = line.substr(begin, end - begin);
+        cell.erase(cell.find_last_not_of(' ') + 1);
+        cell.erase(0, cell.find_first_not_of(' '));
+        const bool code = cell.size() > 1 && cell.front() == '`' && cell.back() == '`';
+        cells.push_back(code ? cell.substr(1, cell.size() - 2) : cell);
+    }
+    return cells;
+}
+
+// The rows of the tables of a page, or of one of its sections.
+inline std::vector<TableRow> rows_of(const std::string &page, const std::string &section = "")
+{
+    std::ifstream file(TRESK_SOURCE "/" + page);
+    bool wanted = section.empty();
+    std::vector<std::string> columns;
+    std::vector<TableRow> rows;
+    int number = 0;
+    for (std::string line; std::getline(file, line);) {
+        ++number;
+        wanted = line.rfind("## ", 0) == 0 ? section.empty() || line == "## " + section : wanted;
+        const std::vector<std::string> cells = cells_of(line);
+        if (line[0] != '|') {
+            columns.clear();
+        } else if (columns.empty()) {
+            columns = cells;
+        } else if (wanted && line[1] != '-') {
+            rows.push_back({page + ":" + std::to_string(number) + ": " + cells.at(0), {}});
+            for (std::size_t i = 0; i < columns.size(); ++i) {
+                rows.back().cells[columns[i]] = cells.at(i);
+            }
+        }
+    }
+    return rows.empty() ? throw std::runtime_error(page + " has no table " + section) : rows;
+}
+
+inline std::vector<TableRow> cases_of(const std::string &section)
+{
+    return rows_of("tests/unit_cases.md", section);
 }
 
 // The numbers of a text, separated by blanks.

@@ -186,3 +186,13 @@ RunOptions scan_arguments(int argc, char **argv)
     }
     return RunOptions{masks, indexscript != 0, !goes_on};
 }
+
+std::vector<OptionName> option_names()
+{
+    std::vector<OptionName> names;
+    for (const OptionRule &rule : kRules) {
+        names.push_back({rule.word, rule.action == Action::REAL || rule.action == Action::DECIMAL ||
+                                        rule.action == Action::MASK || rule.action == Action::EXPLAIN_CODE});
+    }
+    return names;
+}

@@ -6,6 +6,8 @@
 #include "driver/exit_grade.h"
 #include "read/records.h"
 
+#include <vector>
+
 struct RunOptions {
     ExitMasks masks;
     bool indexscript = false;      // index mode without the banner
@@ -22,5 +24,13 @@ void read_environment();
 // Scans the arguments: writes the settings, makes ref_file and com_file of the file names, reports
 // what it does not know. An information-only option prints its text and ends the scan.
 RunOptions scan_arguments(int argc, char **argv);
+
+// An option by its full name. The manual, the usage text and the completions are held to these by a test.
+struct OptionName {
+    const char *word;
+    bool takes_value;
+};
+
+std::vector<OptionName> option_names();
 
 #endif
