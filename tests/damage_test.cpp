@@ -76,6 +76,7 @@ const std::map<Bytes, Damage> kWays = {
          for (std::size_t i = std::stoul(how[2]); i > 0; --i) {
              grown += how[1];
          }
+         grown += how.size() > 3 ? how[3] : "";
          return {Bytes(file).replace(file.find(how[0]), how[0].size(), grown)};
      }},
     {"splice",

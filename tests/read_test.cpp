@@ -171,6 +171,30 @@ TEST(LookAhead, SeesWhatReadingOnGives)
     }
 }
 
+// However names and what separates them run on over the lines of other signals.
+TEST(LookAhead, ReadsNoLineOverAndOver)
+{
+    constexpr std::size_t kSignals = 3000;
+    for (const std::string unit :
+         {"V 1 A(\n", "V 1 2 [\n", "V PWL A(\n", "1& V 1 A(\n", "x& 1 #y&\n", "(& 1 x (&\n",
+          "V,1& PWL DELAY (a&\n", "& PWL DELAY (P&\n", "(& PWL DELAY (&\n", " PWL A[0:1],&V"}) {
+        for (const char *tail : {":", "0:1)\n,", "0:9)"}) {
+            std::string text = "* c\nV";
+            for (std::size_t i = 0; i < kSignals; ++i) {
+                text += unit;
+            }
+            PunchSource source(text + "\n" + tail + "\nz\n");
+            tk_BUFinit(source.stream);
+            tk_BUFreadLine(source.stream);
+            const std::size_t before = tk_linesread;
+            while (!tk_eofflag) {
+                tk_read_wform(source.stream, TR);
+            }
+            EXPECT_LT(tk_linesread - before, 10 * kSignals) << unit << tail;
+        }
+    }
+}
+
 TEST(IndexTable, FoldsAt74Characters)
 {
     for (const std::size_t size : {0U, 74U, 75U, 145U, 146U, 5000U}) {

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace
@@ -24,10 +25,12 @@ struct NameText {
     std::size_t colon = 0; // the last of them
 };
 
-NameText joined(const NameText &first, const NameText &rest)
+NameText joined(std::string first, std::size_t colons, std::size_t colon, const NameText &rest)
 {
-    return {first.text + rest.text, first.colons + rest.colons,
-            rest.colons > 0 ? first.text.size() + rest.colon : first.colon};
+    if (rest.colons > 0) {
+        colon = first.size() + rest.colon;
+    }
+    return {std::move(first += rest.text), colons + rest.colons, colon};
 }
 
 // Digits in place of many that make the same bus bound, with others before them too.
@@ -43,7 +46,7 @@ std::string short_digits(const std::string &digits)
 
 // A short name in place of a long one. With any text in front, both have the same bus range or none, and
 // are the same word or none.
-NameText shortened(const NameText &name)
+NameText shortened(NameText name)
 {
     const std::string &text = name.text;
     const char *const kDigits = "0123456789";
@@ -113,9 +116,9 @@ class LookAheadMemory
 
     // A key of what is remembered, met on the way through a name.
     struct Step {
-        Key key;
-        NameScan scan;    // so far
-        std::size_t size; // of the text so far
+        Key key = 0;
+        NameScan scan;        // so far
+        std::size_t size = 0; // of the text so far
     };
 
     // The keys: how a line is left, or a place in it behind a bracket, or in front of a piece of a field.
@@ -173,15 +176,19 @@ const NameRest *LookAheadMemory::find(const Step &step)
 }
 
 // Scans a name to its end, or up to where its rest is known. Brackets are steps in the first line only:
-// names that begin further on come to the end of their line.
+// names that begin further on find them in theirs. A name that ends in the first line without a range is no
+// step there, as the reader will not look ahead from that line again.
 const NameRest *LookAheadMemory::scan_on(PunchStream &stream, NameScan &scan)
 {
     const std::size_t first_line = tk_linesread;
     const NameRest *known = nullptr;
     while (known == nullptr && scan.part != NamePart::DONE) {
         if (!tk_scanName(scan)) {
-            const Key way = static_cast<Key>(scan.part) + (tk_current() == '&' ? kAtMark : 0);
-            known = find({key_of(tk_BUFoffset, way), scan, tk_field.size()});
+            const bool may_be_range = scan.part != NamePart::SEPARATORS || scan.colons > 0;
+            if (tk_linesread != first_line || may_be_range) {
+                const Key way = static_cast<Key>(scan.part) + (tk_current() == '&' ? kAtMark : 0);
+                known = find({key_of(tk_BUFoffset, way), scan, tk_field.size()});
+            }
             if (known == nullptr) {
                 tk_scanNextLine(stream, scan);
             }
@@ -217,26 +224,26 @@ SeenName LookAheadMemory::name_here(PunchStream &stream)
         ends_.push_back({tk_BUFplace(), {}, {}});
     }
     Step behind{0, scan, tk_field.size()};
-    const auto add_from = [&](const Step &step) {
-        const NameText piece{tk_field.substr(step.size, behind.size - step.size),
-                             behind.scan.colons - step.scan.colons, behind.scan.colon - step.size};
-        rest.text = shortened(joined(piece, rest.text));
+    const auto add_text_from = [&](const Step &step) {
+        rest.text = shortened(joined(tk_field.substr(step.size, behind.size - step.size),
+                                     behind.scan.colons - step.scan.colons, behind.scan.colon - step.size,
+                                     rest.text));
         behind = step;
     };
     for (auto step = steps_.rbegin(); step != steps_.rend(); ++step) {
-        add_from(*step);
+        add_text_from(*step);
         remember(step->key, rest);
     }
-    add_from({0, {}, 0});
-    return {begin, rest.text, rest.end};
+    add_text_from({});
+    return {begin, std::move(rest.text), rest.end};
 }
 
 const SeenName &LookAheadMemory::name_behind(PunchStream &stream, const SeenName &name)
 {
     if (!ends_[name.end].next) {
         tk_BUFgoto(stream, ends_[name.end].place);
-        const SeenName next = name_here(stream);
-        ends_[name.end].next = next;
+        SeenName next = name_here(stream);
+        ends_[name.end].next = std::move(next);
     }
     return *ends_[name.end].next;
 }
@@ -299,10 +306,27 @@ bool is_word(const SeenName &name, std::string_view word)
     return !leave_bus_pending(name) && name.text.text == word;
 }
 
+// Whether the second name is not PWL because both are plain text on the current line, as nearly always.
+bool is_plainly_no_pwl()
+{
+    const char *text = tk_BUF + tk_BUFindex;
+    if (tk_plainNameText(text).empty() || class_of(*text) != BLANK) {
+        return false;
+    }
+    while (class_of(*text) == BLANK) {
+        ++text;
+    }
+    const std::string_view second = tk_plainNameText(text);
+    return !second.empty() && second != "PWL" && (class_of(*text) == BLANK || class_of(*text) == LINE_END);
+}
+
 } // namespace
 
 bool tk_lookAheadForPwl(PunchStream &stream)
 {
+    if (!tk_splitting_bus && is_plainly_no_pwl()) {
+        return false;
+    }
     memory.begin();
     BusElement element;
     if (tk_nxelement(element)) {

@@ -3,11 +3,13 @@
 // scanner is left anywhere: mark the place before, and go back. A bus range of the names looked at stays
 // pending, without the elements that they were, as if the names had been read.
 //
-// Looking ahead costs a bounded number of passes over the file, however its names run on over line ends.
-// What comes behind the end of a line depends on the line and on how it was left alone, as what comes
-// behind an opening bracket in a section does on its place. Both are remembered, and never read again. What
-// is not is a part of the line where looking ahead begins, and the reader goes on to the end of that line
-// or, behind a word that names a bus range, over that word.
+// All looking ahead together costs a bounded number of passes over the file, however names run on over line
+// ends. What a name finds behind the end of a line depends on the line and on how it was left, and on
+// nothing in front; what it finds behind an opening bracket, on the place of the bracket. Both are remembered
+// and not read again. There are few ways to leave a line. What is read again is in the lines where looking
+// ahead and its second name begin, and the reader behind it goes on at least to the end of the first of them.
+// Only a header that names a bus range may leave the rest of its line to further headers; these begin within
+// that range, behind brackets that are remembered.
 #ifndef TRESK_READ_LOOK_AHEAD_H
 #define TRESK_READ_LOOK_AHEAD_H
 

@@ -2,7 +2,8 @@
 // Checked allocation: these functions never return failure. A bad request or an exhausted heap is
 // reported on the transcript and ends the run with exit code 1, which lies outside the grades 0..5
 // on purpose: an out-of-memory run has no grade. operator new is replaced by one that keeps to this,
-// so that it holds for the containers of the standard library too.
+// so that it holds for the containers of the standard library too. The string functions are part of the
+// interface, called by nothing here.
 #ifndef TRESK_SUPPORT_MEMORY_H
 #define TRESK_SUPPORT_MEMORY_H
 

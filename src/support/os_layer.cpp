@@ -1,35 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "support/os_layer.h"
 
-#ifdef _WIN32
-#include "support/transcript.h"
-
-#include <ctime>
-#else
 #include <sys/resource.h>
 #include <unistd.h>
-#endif
 
 std::uint64_t tundra_os_filetime_to_size_t(std::uint64_t filetime)
 {
     return filetime;
 }
-
-#ifdef _WIN32
-
-void tundra_os_capture_user_sys_times(double *user, double *sys)
-{
-    *user = static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
-    *sys = 0.0;
-}
-
-bool tundra_os_truncate_file(int, std::int64_t)
-{
-    transcript_puts("ERROR: tundra::os::truncate_file not implemented on windows...\n");
-    return false;
-}
-
-#else
 
 void tundra_os_capture_user_sys_times(double *user, double *sys)
 {
@@ -46,8 +24,6 @@ bool tundra_os_truncate_file(int fd, std::int64_t length)
 {
     return ftruncate(fd, static_cast<off_t>(length)) == 0;
 }
-
-#endif
 
 int tundra_os_is_readable(const char *)
 {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What differs between operating systems, in six small functions.
+// What differs between operating systems, in six small functions. Nothing here calls others than
+// tundra_os_truncate_file: they are part of the interface.
 #ifndef TRESK_SUPPORT_OS_LAYER_H
 #define TRESK_SUPPORT_OS_LAYER_H
 

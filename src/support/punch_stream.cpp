@@ -58,7 +58,7 @@ struct stat status_of(int fd)
     return about;
 }
 
-// Whether there is something to read at fd; otherwise errno tells why not. Makes reading block again.
+// Whether there is something to read at fd; errno is the reason if not. Makes reading block again.
 bool can_be_read(int fd)
 {
     constexpr int kPatience = 10 * 1000; // milliseconds

@@ -31,7 +31,7 @@ extern int glDefaultChecking;
 extern int desert; // relaxed comparison of the files of two simulator generations
 
 // Index modes. The index table writer adds 1 to pun_index for every signal it enters, so that a
-// value of 1 at the end of a run tells that the file held no signal.
+// value of 1 at the end of a run means that the file held no signal.
 extern int pun_index;
 extern int indexmirel;
 extern int indexrdinp;

@@ -59,16 +59,11 @@ int bus_bound(std::string_view digits)
     return static_cast<int>(bound);
 }
 
-// Copies characters up to one that may mean something inside or outside the sections of a name.
 void copy_plain_text()
 {
-    const char *begin = tk_BUF + tk_BUFindex;
-    const char *end = begin;
-    while (is_plain_in_names(*end)) {
-        ++end;
-    }
-    tk_field.append(begin, end);
-    tk_BUFindex += static_cast<std::size_t>(end - begin);
+    const char *text = tk_BUF + tk_BUFindex;
+    tk_field += tk_plainNameText(text);
+    tk_BUFindex = static_cast<std::size_t>(text - tk_BUF);
 }
 
 bool ends_name(char c, NamePart part)
@@ -80,6 +75,10 @@ bool ends_name(char c, NamePart part)
 
 bool scan_text(NameScan &scan)
 {
+    if (is_plain_in_names(tk_current())) {
+        copy_plain_text();
+        scan.part = NamePart::TEXT;
+    }
     const char c = tk_current();
     if (ends_name(c, scan.part)) {
         scan.part = NamePart::SEPARATORS;
@@ -88,12 +87,7 @@ bool scan_text(NameScan &scan)
     } else {
         tk_field += c; // also "]" and ":", which mean nothing here
         ++tk_BUFindex;
-        if (c == '(' || c == '[') {
-            scan.part = NamePart::SECTION;
-        } else {
-            scan.part = NamePart::TEXT;
-            copy_plain_text();
-        }
+        scan.part = c == '(' || c == '[' ? NamePart::SECTION : NamePart::TEXT;
     }
     return true;
 }
@@ -121,17 +115,17 @@ bool scan_section(NameScan &scan)
 
 bool scan_separators(NameScan &scan)
 {
-    const char c = tk_current();
-    const CharClass kind = class_of(c);
-    if (c == '&' || kind == LINE_END) {
+    const char *text = tk_BUF + tk_BUFindex;
+    CharClass kind = class_of(*text);
+    while (kind == BLANK || kind == SEPARATOR || *text == '(' || *text == ')') {
+        tk_argflag |= *text == '=';
+        kind = class_of(*++text);
+    }
+    tk_BUFindex = static_cast<std::size_t>(text - tk_BUF);
+    if (kind == CONTINUATION || kind == LINE_END) {
         return false;
     }
-    if (kind == BLANK || kind == SEPARATOR || c == '(' || c == ')') {
-        tk_argflag |= c == '=';
-        ++tk_BUFindex;
-    } else {
-        scan.part = NamePart::DONE;
-    }
+    scan.part = NamePart::DONE;
     return true;
 }
 
@@ -275,15 +269,16 @@ NameScan tk_beginName()
 
 bool tk_scanName(NameScan &scan)
 {
-    switch (scan.part) {
-    case NamePart::TEXT:
-    case NamePart::AFTER_SECTION:
-        return scan_text(scan);
-    case NamePart::SECTION:
-        return scan_section(scan);
-    default:
-        return scan_separators(scan);
+    if (scan.part == NamePart::SECTION && !scan_section(scan)) {
+        return false;
     }
+    if (scan.part == NamePart::SECTION) {
+        return true;
+    }
+    if (scan.part != NamePart::SEPARATORS && !scan_text(scan)) {
+        return false;
+    }
+    return scan.part != NamePart::SEPARATORS || scan_separators(scan);
 }
 
 void tk_scanNextLine(PunchStream &stream, NameScan &scan)

@@ -17,6 +17,17 @@ extern int tk_splitting_bus; // elements of a bus range are still to be returned
 // reads no input. tk_eolnflag of the range's name comes with its last element.
 const std::string &tk_nxsignal(PunchStream &stream);
 
+// The characters at text that are part of a name and mean nothing else; mostly all of it. Moves text behind
+// them.
+inline std::string_view tk_plainNameText(const char *&text)
+{
+    const char *begin = text;
+    while (is_plain_in_names(*text)) {
+        ++text;
+    }
+    return {begin, static_cast<std::size_t>(text - begin)};
+}
+
 // An element of a bus range, for its text to be made when it is needed. Ranges may have more elements,
 // and longer names, than anybody wants to have as text.
 struct BusElement {

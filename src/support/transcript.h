@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The one writer of the transcript. Everything that the program says goes to the standard error
 // stream through here, collected in one buffer so that a transcript of a million lines is a few
-// hundred writes. Write errors (a full disk, a closed pipe) are dropped: the exit grade still tells.
+// hundred writes. Write errors (a full disk, a closed pipe) are dropped: the exit grade still counts.
 #ifndef TRESK_SUPPORT_TRANSCRIPT_H
 #define TRESK_SUPPORT_TRANSCRIPT_H
 
