@@ -39,8 +39,9 @@ double convert_number(const char *text, int &error)
     if (length < kReadAhead) {
         all.copy(padded, length);
         const char *end = fast_number(padded, padded + length, value);
-        // Only a number that uses the whole text is beyond doubt: "0X1P3" starts with a decimal zero.
-        if (end == padded + length && length != 0) {
+        // Only a number that uses the whole text is beyond doubt: "0X1P3" starts with a decimal zero. A
+        // carriage return, which stays at the end of the lines of some files, goes on with no number.
+        if (end != nullptr && (*end == '\0' || *end == '\r')) {
             error = 0;
             return value;
         }

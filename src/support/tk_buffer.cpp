@@ -148,11 +148,10 @@ const char *whole_lines_end(const PunchStream &stream)
     const std::int64_t window_end = stream.base + static_cast<std::int64_t>(stream.size);
     if (whole_lines.known_to != window_end || whole_lines.end <= tk_BUFoffset) {
         const std::size_t end = end_byte_finder.find(stream, stream.position, stream.size);
-        const void *feed = memrchr(stream.window + stream.position, '\n', end - stream.position);
+        const std::string_view unread(stream.window + stream.position, end - stream.position);
         whole_lines.known_to = window_end;
-        whole_lines.end = feed == nullptr
-                              ? stream_tell(stream)
-                              : stream.base + (static_cast<const char *>(feed) - stream.window) + 1;
+        whole_lines.end =
+            stream_tell(stream) + static_cast<std::int64_t>(unread.rfind('\n') + 1); // npos + 1 is 0
     }
     return stream.window + (whole_lines.end - stream.base);
 }
@@ -201,25 +200,57 @@ void finish_field(PunchStream &stream)
     }
 }
 
-// The field behind another one that ends at text, if there are only spaces between them and perhaps the
-// beginning of a continuation line in front of lines_end, which then becomes line. Null for all else.
-const char *next_plain_field(const char *text, const char *lines_end, const char *&line)
+// The end of the field whose number ends at text; null if it goes on with more than the carriage return that
+// stays at the end of the lines of some files.
+const char *number_field_end(const char *text)
 {
-    const char *new_line = line;
-    for (;;) {
+    if (*text == '\r') {
+        ++text;
+    }
+    return class_of(*text) == ORDINARY || class_of(*text) == CONTINUATION ? nullptr : text;
+}
+
+// The beginning of what a continuation line holds, the line feed in front of it being at text. Lines with
+// nothing on them are passed over. Null if there is none in front of lines_end.
+const char *continuation_text(const char *text, const char *lines_end, const char *&line)
+{
+    do {
+        line = text + 1;
+        if (line >= lines_end || *line != '+') {
+            return nullptr;
+        }
+        text = line + 1;
         while (*text == ' ') {
             ++text;
         }
-        if (*text != '\n') {
-            break;
-        }
-        new_line = ++text;
-        if (text >= lines_end || *text != '+') {
-            return nullptr;
-        }
+    } while (*text == '\n');
+    return after_blanks(text);
+}
+
+// The field behind another one that ends at text, if there are only blanks and commas between them and
+// perhaps the beginning of a continuation line in front of lines_end, which then becomes line. Null for all
+// else.
+const char *next_plain_field(const char *text, const char *lines_end, const char *&line)
+{
+    const char *new_line = line;
+    const char *const end_of_field = text;
+    while (*text == ' ') {
         ++text;
     }
-    if (class_of(*text) != ORDINARY) {
+    if (*text != '\n' && class_of(*text) != ORDINARY) {
+        // One that ends the field, and one behind blanks: a third would be an empty field.
+        if (*text == ',' && text == end_of_field) {
+            ++text;
+        }
+        text = after_blanks(text);
+        if (*text == ',') {
+            text = after_blanks(text + 1);
+        }
+    }
+    if (*text == '\n') {
+        text = continuation_text(text, lines_end, new_line);
+    }
+    if (text == nullptr || class_of(*text) != ORDINARY) {
         return nullptr;
     }
     line = new_line;
@@ -227,15 +258,15 @@ const char *next_plain_field(const char *text, const char *lines_end, const char
 }
 
 // Converts the number at text, which goes no further than line_end, where its form was not as guessed.
-// Returns the character behind it, or null if it is no number for the fast path.
+// Returns the end of its field, or null if it is no number for the fast path.
 const char *unguessed_number(NumberForm &form, const char *text, const char *line_end, double &value)
 {
     NumberShape shape;
     const char *end = fast_number(text, line_end, value, shape);
-    if (end == nullptr || class_of(*end) == ORDINARY) {
-        return nullptr;
+    if (end != nullptr) {
+        end = number_field_end(end);
     }
-    if (form.is_promising()) {
+    if (end != nullptr && form.is_promising()) {
         form.was_wrong(shape);
     }
     return end;
@@ -395,7 +426,10 @@ std::size_t tk_nxnumbers(PunchStream &stream, NumberColumns &columns, double *va
     NumberForm *other = &columns[1 - begin % 2];
     for (; begin != end; ++begin) {
         const char *behind = form->is_promising() ? form->convert(text, values[begin]) : nullptr;
-        if (behind != nullptr && class_of(*behind) != ORDINARY) {
+        if (behind != nullptr && class_of(*behind) == ORDINARY) {
+            behind = number_field_end(behind);
+        }
+        if (behind != nullptr) {
             form->was_right();
         } else {
             behind = unguessed_number(*form, text, line_end, values[begin]);
@@ -451,8 +485,9 @@ std::size_t tk_skipPlainFields(PunchStream &stream)
     if (fields.count < 2) {
         return 0;
     }
-    const void *feed = memrchr(text, '\n', static_cast<std::size_t>(fields.last - text));
-    enter_line(stream, feed == nullptr ? nullptr : static_cast<const char *>(feed) + 1, fields.last);
+    const std::string_view passed(text, static_cast<std::size_t>(fields.last - text));
+    const std::size_t feed = passed.rfind('\n');
+    enter_line(stream, feed == std::string_view::npos ? nullptr : text + feed + 1, fields.last);
     return fields.count - 1;
 }
 

@@ -71,10 +71,10 @@ bool tk_nxnumber(PunchStream &stream, double &value);
 // The columns of the numbers of a table, taken in turn: x and y.
 using NumberColumns = std::array<NumberForm, 2>;
 
-// Takes numbers that are each followed by another field, with only spaces or the beginning of a continuation
-// line between them, as values[begin] up to values[end - 1] at most; values[i] is of the column i % 2.
-// Returns the index behind the last of them, which is begin where tk_nxnumber must decide. Not to be called
-// with tk_eofflag set.
+// Takes numbers that are each followed by another field, with only blanks, commas or the beginning of a
+// continuation line between them, as values[begin] up to values[end - 1] at most; values[i] is of the column
+// i % 2. Returns the index behind the last of them, which is begin where tk_nxnumber must decide. Not to be
+// called with tk_eofflag set.
 std::size_t tk_nxnumbers(PunchStream &stream, NumberColumns &columns, double *values, std::size_t begin,
                          std::size_t end);
 
