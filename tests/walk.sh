@@ -13,7 +13,7 @@ as_user() {
         bash -c 'cd "$0" && "$@"' "$clone" "$@"
 }
 as_root() {
-    in_root "$root/debian" bash -c 'cd "/root/tresk" && "$@"' - "$@"
+    in_root "$root/debian" bash -c 'cd "/srv/tresk" && "$@"' - "$@"
 }
 says_what_to_install() { # <Debian packages> <command>...
     local code=0
@@ -26,7 +26,7 @@ echo "deb $mirror $old_release main" >>"$root/debian/etc/apt/sources.list"
 printf 'Package: %s\nPin: release n=%s\nPin-Priority: %s\n\n' '*' $old_release 100 \
     'cmake cmake-data' $old_release 1001 >"$root/debian/etc/apt/preferences"
 cp /etc/resolv.conf "$root/debian/etc"
-for copy in "$root/debian$clone" "$root/debian/root/tresk"; do
+for copy in "$root/debian$clone" "$root/debian/srv/tresk"; do
     mkdir -p "$copy"
     tar -c --exclude='./build*' --exclude=./.git . | tar -x -C "$copy"
 done
@@ -34,7 +34,7 @@ chown -R 1000:1000 "$root/debian/home/user"
 
 says_what_to_install 'g++ cmake make' scripts/try.sh
 as_root scripts/try.sh
-grep -q "^CMAKE_CACHE_MINOR_VERSION:INTERNAL=${old_cmake#*.}$" "$root/debian/root/tresk/build/CMakeCache.txt"
+grep -q "^CMAKE_CACHE_MINOR_VERSION:INTERNAL=${old_cmake#*.}$" "$root/debian/srv/tresk/build/CMakeCache.txt"
 grep -q "^cmake_minimum_required(VERSION $old_cmake)" CMakeLists.txt
 as_root cmake --install build
 as_root tresk samples/nand/golden.pun samples/nand/golden.pun
