@@ -25,22 +25,16 @@ struct SignalPair {
     const Wform *cmp;
 };
 
-// The partners of many small signals lie all over the memory. Asks for the one that is compared a few
-// pairs later, and for what a nearer one, whose record is there by now, points to.
+// The partners of many small signals lie all over the memory. Asks for the record of one that is compared
+// some pairs later, and for the values of a nearer one, whose record is there by now.
 inline void fetch_ahead(const std::vector<SignalPair> &pairs, std::size_t current)
 {
-    constexpr std::size_t kRecordsAhead = 8;
-    constexpr std::size_t kContentsAhead = 4;
-    constexpr std::size_t kCacheLine = 64;
-    if (current + kRecordsAhead < pairs.size()) {
-        const auto *record = reinterpret_cast<const char *>(pairs[current + kRecordsAhead].cmp);
-        for (std::size_t byte = 0; byte < sizeof(Wform); byte += kCacheLine) {
-            __builtin_prefetch(record + byte);
-        }
-        __builtin_prefetch(record + sizeof(Wform) - 1);
-        const Wform &nearer = *pairs[current + kContentsAhead].cmp;
-        __builtin_prefetch(nearer.val);
-        __builtin_prefetch(nearer.yunits);
+    constexpr std::size_t kAhead = 8;
+    if (current + 2 * kAhead < pairs.size()) {
+        const Wform *record = pairs[current + 2 * kAhead].cmp;
+        __builtin_prefetch(record);
+        __builtin_prefetch(&record->next); // in the second of its two cache lines
+        __builtin_prefetch(pairs[current + kAhead].cmp->val);
     }
 }
 

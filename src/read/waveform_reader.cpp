@@ -40,6 +40,16 @@ bool is_distortion_unit(const std::string &units)
     return units == "HD2" || units == "HD3" || units == "SIM2" || units == "DIM2" || units == "DIM3";
 }
 
+// The text of units. Signals in a row mostly have the same, and then share it.
+char *units_text(const std::string &units)
+{
+    static char *last = nullptr;
+    if (last == nullptr || units != last) {
+        last = slab_text(units);
+    }
+    return last;
+}
+
 // The header of a signal is read one token ahead: the current token is the first that is not yet
 // used. There is none once the header has used up its logical line: such a signal has no points. An
 // element of a bus range that an earlier header left pending is a token without a text: it is no word of
@@ -94,7 +104,7 @@ class HeaderReader
         if (token_ != "YUNITS") {
             return false;
         }
-        wform_.yunits = slab_text(tk_nxfield(stream_));
+        wform_.yunits = units_text(tk_nxfield(stream_));
         next_token();
         return true;
     }
