@@ -53,6 +53,13 @@ make_seeds() { # <folder>
             s/TPUNCH TIME = \K/NAN/;
             s/(?<=V\(OUT\)) YUNITS/ PWL DELAY 1E-9$&/; s/\(A\)/A[2:0]/' "$seed" >"$seed-renamed"
     done
+    # More points than are decoded at once: these stay in the file.
+    perl -e 'for (["TR", "BINARY", "f>", 4], ["AC", "BINARY_DBL", "d>", 8]) {
+        my ($analysis, $format, $value, $bytes) = @$_;
+        print "\n* ANALYSIS = $analysis PROGRAM = KORSIM3\n";
+        print "* RERUN_NUMBER = 1, TEMPERATURE = 27, MODIFY = 0\nV(LONG) YUNITS = V DATA = $format\n";
+        print pack("($value)2", $_ * 1e-9, sin $_), $_ % 10 ? "" : "\n" for 1 .. 260;
+        print "\xff" x $bytes, " \n" }' >"$1/long"
     perl -pe 's/(RERUN_NUMBER = )\d/${1}1/; s/(MODIFY = )\d/${1}0/' "$1"/* >"$golden" # all in one modify
 }
 
