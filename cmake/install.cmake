@@ -19,9 +19,7 @@ install(FILES contrib/completions/tresk.bash
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME tresk)
 install(FILES contrib/completions/_tresk DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
 install(FILES contrib/completions/tresk.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
-install(DIRECTORY contrib/harness/ DESTINATION ${harness_dir}
-    PATTERN "tresk-*"
-    PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+install(DIRECTORY contrib/harness/ DESTINATION ${harness_dir} USE_SOURCE_PERMISSIONS)
 
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL)
 install(DIRECTORY docs samples DESTINATION ${CMAKE_INSTALL_DOCDIR})
