@@ -5,9 +5,10 @@
 
 #include "test_support.h"
 
+#include <array>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <regex>
+#include <regex.h>
 #include <set>
 
 // Runs the program in a folder of its own.
@@ -31,14 +32,33 @@ class Documents : public testing::Test
     std::string transcript_;
 };
 
-// The options that a pattern finds in a text, sorted: its first group is the name, its second one is
-// there where the option takes a value.
-static std::multiset<std::string> options_in(const std::string &text, const std::string &pattern)
+// The matches of an extended regular expression, as the texts of its groups; "^" and "$" are the ends of
+// lines.
+static std::vector<std::array<std::string, 4>> matches_in(const std::string &text, const char *expression)
 {
-    const std::regex option(pattern);
+    regex_t compiled;
+    EXPECT_EQ(regcomp(&compiled, expression, REG_EXTENDED | REG_NEWLINE), 0);
+    std::vector<std::array<std::string, 4>> matches;
+    regmatch_t groups[4];
+    for (const char *rest = text.c_str(); regexec(&compiled, rest, 4, groups, 0) == 0;
+         rest += groups[0].rm_eo) {
+        matches.emplace_back();
+        for (std::size_t i = 0; i < 4 && i <= compiled.re_nsub; ++i) {
+            const auto [begin, end] = groups[i];
+            matches.back()[i] = begin >= 0 ? std::string(rest + begin, rest + end) : "";
+        }
+    }
+    regfree(&compiled);
+    return matches;
+}
+
+// The options that an expression finds, sorted: its first group is the name, its second one is there
+// where the option takes a value.
+static std::multiset<std::string> options_in(const std::string &text, const char *expression)
+{
     std::multiset<std::string> found;
-    for (std::sregex_iterator match(text.begin(), text.end(), option), end; match != end; ++match) {
-        found.insert(match->str(1) + (match->length(2) > 0 ? " value" : ""));
+    for (const auto &match : matches_in(text, expression)) {
+        found.insert(match[1] + (match[2].empty() ? "" : " value"));
     }
     return found;
 }
@@ -56,21 +76,20 @@ TEST_F(Documents, NameTheOptionsOfTheParser)
         words.insert(option.word + 1);
         options.insert(option.word + 1 + (option.takes_value ? " value"s : ""));
     }
-    EXPECT_EQ(options_in(source_file("man/tresk.1"), "\n\\.It Fl ([A-Za-z]+)( Ar)?"), options);
+    EXPECT_EQ(options_in(source_file("man/tresk.1"), "^\\.It Fl ([A-Za-z]+)( Ar)?"), options);
     std::multiset<std::string> completed = options;
     completed.insert({"a value", "r value"}); // the short forms that the documents use
     words.insert({"a", "r"});
-    EXPECT_EQ(options_in(source_file("contrib/completions/_tresk"), "-([A-Za-z]+)\\[[^\\]]*\\](:)?"),
+    EXPECT_EQ(options_in(source_file("contrib/completions/_tresk"), "-([A-Za-z]+)\\[[^]]*\\](:)?"),
               completed);
     EXPECT_EQ(options_in(source_file("contrib/completions/tresk.fish"), "-o ([A-Za-z]+)( -x)?"), completed);
     const std::string bash = source_file("contrib/completions/tresk.bash");
-    std::smatch list;
-    std::regex_search(bash, list, std::regex("words='(-[^']*)'"));
-    EXPECT_EQ(options_in(list.str(1), "-([A-Za-z]+)"), words);
+    const auto lists = matches_in(replaced(bash, "\n", " "), "words='(-[^']*)'");
+    EXPECT_EQ(options_in(lists.at(0)[1], "-([A-Za-z]+)"), words);
 
     run("-help"); // which writes "-a[bstol] <val>"
-    const std::string usage = std::regex_replace(transcript_, std::regex("[\\[\\]]"), "");
-    std::multiset<std::string> shown = options_in(usage, "\n  -([A-Za-z]+)( <val>)?");
+    const std::string usage = replaced(replaced(transcript_, "[", ""), "]", "");
+    std::multiset<std::string> shown = options_in(usage, "^  -([A-Za-z]+)( <val>)?");
     shown.insert({"indexscript", "indexmirel", "indexrdinp"}); // left out by intent
     EXPECT_EQ(shown, options);
 }
@@ -92,12 +111,21 @@ static std::string file_bytes(const std::string &cell)
     if (cell[0] != '=' && cell[0] != 'A') { // the value of an operating point
         return file_bytes("=OP / A 0 " + cell);
     }
-    std::string lines = std::regex_replace(cell, std::regex("=([A-Z]+)( /|$)"), "=$1 1 27 0$2");
-    lines = std::regex_replace(lines, std::regex("=([A-Z]+) (\\S+) (\\S+) (\\S+)"),
-                               "* ANALYSIS $1 P V * RERUN_NUMBER $2 TEMPERATURE $3 MODIFY $4");
-    lines = replaced(lines, " / ", "\n");
-    const std::size_t cut = lines.find("\\c");
-    return cut == std::string::npos ? unescaped(lines + "\n") : unescaped(lines.substr(0, cut));
+    std::string text;
+    std::istringstream lines(replaced(cell, " / ", "\n"));
+    for (std::string line; std::getline(lines, line);) {
+        if (line[0] == '=') {
+            std::string analysis;
+            std::string rerun = "1";
+            std::string temperature = "27";
+            std::string modify = "0";
+            std::istringstream(line.substr(1)) >> analysis >> rerun >> temperature >> modify;
+            line = "* ANALYSIS " + analysis + " P V * RERUN_NUMBER " + rerun + " TEMPERATURE " + temperature +
+                   " MODIFY " + modify;
+        }
+        text += line + "\n";
+    }
+    return unescaped(text.substr(0, text.find("\\c")));
 }
 
 static void make_file(const std::string &path, const std::string &cell)
@@ -118,20 +146,19 @@ class VerdictPage : public Documents
     std::pair<std::string, std::string> compare(const std::string &options)
     {
         const int code = run("golden regression " + options);
-        std::smatch result;
-        const bool ended =
-            std::regex_search(transcript_, result,
-                              std::regex(" Comparison result:  ([A-Z_]+)(  \\(exit status = (\\d+)\\))?\n"));
-        const std::string status = !ended ? "-" : result.length(3) > 0 ? result.str(3) : "0";
-        return {status, (ended ? result.str(1) : "-") + " (" + std::to_string(code) + ")"};
+        const auto results =
+            matches_in(transcript_, "^ Comparison result:  ([A-Z_]+)(  \\(exit status = ([0-9]+)\\))?$");
+        const std::string grade = " (" + std::to_string(code) + ")";
+        return results.empty()
+                   ? std::pair("-"s, "-" + grade)
+                   : std::pair(results[0][3].empty() ? "0" : results[0][3], results[0][1] + grade);
     }
 
     void expect_marker(const std::string &mode, const std::string &wanted)
     {
         const auto result = compare(mode == "default" ? "" : mode);
-        std::smatch line;
-        const bool marked = std::regex_search(transcript_, line, std::regex("\n A .*\\]  *(<.*)\n"));
-        EXPECT_EQ(marked ? line.str(1) : "pass", wanted) << mode;
+        const auto marked = matches_in(transcript_, "^ A .*\\]  *(<.*)$");
+        EXPECT_EQ(marked.empty() ? "pass" : marked[0][1], wanted) << mode;
         EXPECT_EQ(result, wanted == "pass"                          ? std::pair("0"s, "PASS (0)"s)
                           : wanted.find("nan") != std::string::npos ? std::pair("257"s, "FAIL_SV (5)"s)
                                                                     : std::pair("1"s, "FAIL_V (3)"s))
