@@ -58,13 +58,13 @@ static std::string areas(const std::vector<double> &points, double dx, std::size
     guarded[8] = 99.0; // intline itself clears this one
     intline(&wform, &guarded[8], dx, static_cast<int>(entries) - 2);
     EXPECT_EQ(std::count(guarded.begin(), guarded.end(), 12345.0), 16);
-    std::string told;
+    std::string seen;
     for (std::size_t i = 8; i < entries + 8; ++i) {
         char text[32];
         std::snprintf(text, sizeof text, "%s%g", i > 8 ? " " : "", guarded[i]);
-        told += text[i > 8] == '-' && std::isnan(guarded[i]) ? " nan" : text;
+        seen += text[i > 8] == '-' && std::isnan(guarded[i]) ? " nan" : text;
     }
-    return told;
+    return seen;
 }
 
 TEST(Integration, Areas)

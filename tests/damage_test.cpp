@@ -105,7 +105,7 @@ void expect_clean_end(int code, const Bytes &text)
     }
 }
 
-// Damages a sample as a line of the case table tells and runs the program on every result, with
+// Damages a sample as a line of the case table says and runs the program on every result, with
 // arguments in which $SAMPLE is the sample.
 void run_case(const Bytes &line, const Bytes &arguments, const Bytes &folder)
 {

@@ -369,7 +369,7 @@ man)
     need man
     MANPATH=$prefix/share/man ends_with 0 env MANWIDTH=80 man --warnings tresk
     shows '^SURPRISES' '^ *-nem mask'
-    # What the manual tells parsers holds for the result lines of the samples.
+    # What the manual says to parsers holds for the result lines of the samples.
     regex=$(sed -n 's/^ *\( (\[^ \]+) .*\$\)$/\1/p' output)
     ends_with 3 tresk golden/nand.pun regression/nand.pun
     [ "$(grep -cE -- "$regex" output)" = "$(grep -c '<=' output)" ]

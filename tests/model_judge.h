@@ -72,7 +72,7 @@ class Judge
     void compare_formats(int ref, int cmp)
     {
         if (cmp > ref) {
-            tell(FindingKind::DATA_FORMAT, kNoAnalysis, "", EXIT_FORMAT);
+            expect(FindingKind::DATA_FORMAT, kNoAnalysis, "", EXIT_FORMAT);
         }
     }
 
@@ -87,7 +87,7 @@ class Judge
   private:
     using Signals = std::vector<std::pair<const Section *, const Signal *>>;
 
-    void tell(const Finding &finding)
+    void expect(const Finding &finding)
     {
         status |= finding.bits;
         findings.insert(text_of(finding));
@@ -103,14 +103,14 @@ class Judge
         return finding;
     }
 
-    void tell(FindingKind kind, int code, const std::string &name, unsigned bits,
-              Side lacking = Side::NEITHER, std::size_t missing_points = 0)
+    void expect(FindingKind kind, int code, const std::string &name, unsigned bits,
+                Side lacking = Side::NEITHER, std::size_t missing_points = 0)
     {
         Finding finding = finding_here(kind, code, name);
         finding.bits = bits;
         finding.side = lacking;
         finding.missing_points = static_cast<int>(missing_points);
-        tell(finding);
+        expect(finding);
     }
 
     void tell_missing_variants(const Results &here, const Results &there, Side lacking)
@@ -123,10 +123,10 @@ class Judge
         for (const Modify &modify : here) {
             place_ = {modify.rerun, {}, {}};
             if (numbers.count(modify.rerun) == 0 && missing_reruns.insert(modify.rerun).second) {
-                tell(FindingKind::MISSING_RERUN, kNoAnalysis, "", EXIT_VARIANTS, lacking);
+                expect(FindingKind::MISSING_RERUN, kNoAnalysis, "", EXIT_VARIANTS, lacking);
             } else if (numbers.count(modify.rerun) > 0 && numbers[modify.rerun].count(modify.number) == 0) {
                 place_.modify = modify.number;
-                tell(FindingKind::MISSING_MODIFY, kNoAnalysis, "", EXIT_VARIANTS, lacking);
+                expect(FindingKind::MISSING_MODIFY, kNoAnalysis, "", EXIT_VARIANTS, lacking);
             }
         }
         place_ = {};
@@ -158,7 +158,7 @@ class Judge
     void compare_modifies(const Modify &ref, const Modify &cmp)
     {
         if (ref.temperature != cmp.temperature) {
-            tell(FindingKind::TEMPERATURE, kNoAnalysis, "", EXIT_UNITS);
+            expect(FindingKind::TEMPERATURE, kNoAnalysis, "", EXIT_UNITS);
         }
         for (const int code : {INOP, INTR, INPSS}) {
             compare_initial_list(ref, cmp, code);
@@ -170,7 +170,7 @@ class Judge
             const Signals ours = signals_of(ref, code);
             const Signals theirs = signals_of(cmp, code);
             if (code == OP && ours.empty() != theirs.empty()) {
-                tell(FindingKind::MISSING_SOLUTION, OP, "", EXIT_ANALYSES, lacking_side(ours.empty()));
+                expect(FindingKind::MISSING_SOLUTION, OP, "", EXIT_ANALYSES, lacking_side(ours.empty()));
             } else {
                 compare_signals(code, ours, theirs);
             }
@@ -187,7 +187,7 @@ class Judge
         const bool in_ref = ref.initial.count(analysis_name(code)) > 0;
         const bool in_cmp = cmp.initial.count(analysis_name(code)) > 0;
         if (in_ref != in_cmp) {
-            tell(FindingKind::MISSING_SOLUTION, code, "", EXIT_ANALYSES, lacking_side(!in_ref));
+            expect(FindingKind::MISSING_SOLUTION, code, "", EXIT_ANALYSES, lacking_side(!in_ref));
         } else if (in_ref) {
             MetValues ours{ref.initial.at(analysis_name(code))};
             MetValues theirs{cmp.initial.at(analysis_name(code))};
@@ -200,9 +200,9 @@ class Judge
         const bool in_ref = ref.initial.count("INDC1") + ref.initial.count("INDC2") > 0;
         const bool in_cmp = cmp.initial.count("INDC1") + cmp.initial.count("INDC2") > 0;
         if (in_ref != in_cmp) {
-            tell(FindingKind::MISSING_SOLUTION, INDC1, "", EXIT_ANALYSES, lacking_side(!in_ref));
+            expect(FindingKind::MISSING_SOLUTION, INDC1, "", EXIT_ANALYSES, lacking_side(!in_ref));
         } else if (in_ref && ref.initial.count("INDC1") + cmp.initial.count("INDC1") == 0) {
-            tell(FindingKind::EMPTY_INDC, INDC1, "", 0); // whatever the last points hold
+            expect(FindingKind::EMPTY_INDC, INDC1, "", 0); // whatever the last points hold
         } else {
             compare_initial_list(ref, cmp, INDC1);
             compare_initial_list(ref, cmp, INDC2);
@@ -216,7 +216,7 @@ class Judge
                 return one.second != nullptr && one.second->name == name;
             });
             if (partner == cmp.end()) {
-                tell(FindingKind::MISSING_SIGNAL, code, signal->name, EXIT_SIGNALS, Side::COMPARISON);
+                expect(FindingKind::MISSING_SIGNAL, code, signal->name, EXIT_SIGNALS, Side::COMPARISON);
             } else {
                 compare_pair(code, *section, *signal, *partner->first, *partner->second);
                 partner->second = nullptr;
@@ -224,7 +224,7 @@ class Judge
         }
         for (const auto &[section, signal] : cmp) {
             if (signal != nullptr) {
-                tell(FindingKind::MISSING_SIGNAL, code, signal->name, EXIT_SIGNALS, Side::REFERENCE);
+                expect(FindingKind::MISSING_SIGNAL, code, signal->name, EXIT_SIGNALS, Side::REFERENCE);
             }
         }
     }
@@ -266,7 +266,7 @@ class Judge
                 }
                 ours.met = theirs.met = true;
                 if (ours.force.tshift != theirs.force.tshift) {
-                    tell(FindingKind::FORCE_TSHIFT, code, "", EXIT_ANALYSES);
+                    expect(FindingKind::FORCE_TSHIFT, code, "", EXIT_ANALYSES);
                 }
                 compare_solutions(code, ours.values, theirs.values);
             }
@@ -275,7 +275,7 @@ class Judge
             for (const MetForce &statement : *list) {
                 if (!statement.met) {
                     place_.force_time = statement.force.time;
-                    tell(FindingKind::MISSING_STATEMENT, code, "", EXIT_SIGNALS, lacking);
+                    expect(FindingKind::MISSING_STATEMENT, code, "", EXIT_SIGNALS, lacking);
                 }
             }
         }
@@ -298,7 +298,7 @@ class Judge
         for (const auto &[list, lacking] : {std::pair(&ref, Side::COMPARISON), {&cmp, Side::REFERENCE}}) {
             for (std::size_t i = 0; i < list->values.size(); ++i) {
                 if (!list->met[i]) {
-                    tell(FindingKind::MISSING_SIGNAL, code, list->values[i].name, EXIT_SIGNALS, lacking);
+                    expect(FindingKind::MISSING_SIGNAL, code, list->values[i].name, EXIT_SIGNALS, lacking);
                 }
             }
         }
@@ -319,7 +319,7 @@ class Judge
         finding.fails = verdict != PASSES ? 1 : 0;
         finding.compared = 1;
         finding.bits = verdict != PASSES ? EXIT_TOLERANCE : 0U;
-        tell(finding);
+        expect(finding);
     }
 
     Verdict judged(double level, double abserr, double relerr)
@@ -342,10 +342,10 @@ class Judge
                      const std::string &cmp)
     {
         if (ref != cmp) {
-            tell(kind, code, name, EXIT_UNITS,
-                 ref.empty()   ? Side::REFERENCE
-                 : cmp.empty() ? Side::COMPARISON
-                               : Side::NEITHER);
+            expect(kind, code, name, EXIT_UNITS,
+                   ref.empty()   ? Side::REFERENCE
+                   : cmp.empty() ? Side::COMPARISON
+                                 : Side::NEITHER);
         }
     }
 
@@ -380,8 +380,8 @@ class Judge
         const std::size_t common = std::min(ref.values.size(), cmp.values.size());
         const std::size_t rest = std::max(ref.values.size(), cmp.values.size()) - common;
         if (rest > 0) {
-            tell(lengths_count ? FindingKind::MISSING_POINTS : FindingKind::POINT_COUNT, code, ref.name,
-                 lengths_count ? EXIT_TOLERANCE : 0U, lacking_side(ref.values.size() == common), rest);
+            expect(lengths_count ? FindingKind::MISSING_POINTS : FindingKind::POINT_COUNT, code, ref.name,
+                   lengths_count ? EXIT_TOLERANCE : 0U, lacking_side(ref.values.size() == common), rest);
         }
         Finding finding = finding_here(FindingKind::SWEEP, code, ref.name);
         finding.compared = static_cast<int>(common);
@@ -406,7 +406,7 @@ class Judge
             ++finding.fails;
             finding.judged.abserr = std::max(finding.judged.abserr, abserr);
         }
-        tell(finding);
+        expect(finding);
     }
 
     std::string mode_;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Random results, spelled at random in two files, one of them with changes. What a listener hears of
-// their comparison must be what a plain judgement of the same results tells. Fourier results, poles and
+// their comparison must be what a plain judgement of the same results finds. Fourier results, poles and
 // zeros and binary operating points are left to the golden cases, and so is the transcript.
 #include "listening.h"
 #include "model_judge.h"

@@ -122,27 +122,27 @@ static std::vector<std::string> walk(const std::string &text, std::size_t pad, W
     tk_BUFinit(source.stream);
     tk_BUFreadLine(source.stream);
     NumberColumns columns;
-    std::vector<std::string> told;
+    std::vector<std::string> seen;
     for (int limit = 2000; limit > 0 && !(tk_eofflag && tk_nxchar() == '\0'); --limit) {
         double values[5] = {};
         const std::size_t fields = tk_eofflag || way == ONE_BY_ONE ? 0
                                    : way == MANY_FIELDS            ? tk_skipPlainFields(source.stream)
                                                         : tk_nxnumbers(source.stream, columns, values, 0, 5);
-        told.resize(told.size() + (way == MANY_FIELDS ? fields : 0));
+        seen.resize(seen.size() + (way == MANY_FIELDS ? fields : 0));
         for (std::size_t i = 0; way == MANY_NUMBERS && i < fields; ++i) {
-            told.push_back(std::to_string(bits_of(values[i])));
+            seen.push_back(std::to_string(bits_of(values[i])));
         }
         if (way == MANY_FIELDS) {
             tk_skipfield(source.stream);
-            told.emplace_back();
+            seen.emplace_back();
         } else {
             int error = 0;
-            told.push_back(std::to_string(bits_of(convert_number(tk_nxfield(source.stream).c_str(), error))));
+            seen.push_back(std::to_string(bits_of(convert_number(tk_nxfield(source.stream).c_str(), error))));
         }
-        told.back() += "; " + std::to_string(tk_BUFoffset - static_cast<std::int64_t>(pad)) + "+" +
+        seen.back() += "; " + std::to_string(tk_BUFoffset - static_cast<std::int64_t>(pad)) + "+" +
                        std::to_string(tk_BUFindex) + (tk_eolnflag ? "|" : "") + (tk_eofflag ? "." : "");
     }
-    return told;
+    return seen;
 }
 
 // Many at a time or one by one, wherever the window ends.

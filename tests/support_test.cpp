@@ -121,12 +121,12 @@ static std::vector<std::string> walk(PunchSource &source, const std::string &tex
     source.open(comment_line(pad) + text);
     tk_BUFinit(source.stream);
     tk_BUFreadLine(source.stream);
-    std::vector<std::string> told;
+    std::vector<std::string> seen;
     for (int limit = 200; limit > 0 && !(tk_eofflag && tk_nxchar() == '\0'); --limit) {
         double value = 0.0;
         int error = 0;
         if (fast && !values) {
-            told.resize(told.size() + (tk_eofflag ? 0 : tk_skipPlainFields(source.stream)));
+            seen.resize(seen.size() + (tk_eofflag ? 0 : tk_skipPlainFields(source.stream)));
             tk_skipfield(source.stream);
         } else if (!fast || !tk_nxnumber(source.stream, value)) {
             value = convert_number(tk_nxfield(source.stream).c_str(), error);
@@ -135,9 +135,9 @@ static std::vector<std::string> walk(PunchSource &source, const std::string &tex
         place << std::hexfloat << tk_BUFoffset - static_cast<std::int64_t>(pad) << "+" << tk_BUFindex << " "
               << tk_argflag << tk_eolnflag << tk_eofflag << " " << (values ? value : 0.0) << " "
               << (values ? error : 0);
-        told.push_back(place.str());
+        seen.push_back(place.str());
     }
-    return told;
+    return seen;
 }
 
 TEST(Scanner, FastWaysEndWhereTheFieldCallDoes)

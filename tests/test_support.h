@@ -133,7 +133,7 @@ inline std::string make_folder()
     return mkdtemp(folder.data()) != nullptr ? folder : throw std::runtime_error("cannot make a folder");
 }
 
-// Runs the program in a folder, with arguments as for the shell and behind what else the shell is told
+// Runs the program in a folder, with arguments as for the shell and behind what else the shell gets
 // to do. The transcript goes to the file of that name there. Returns the exit code, which is 99 after a
 // sanitizer's report and 124 when the time is up.
 inline int run_program(const std::string &folder, const std::string &before, const std::string &arguments)

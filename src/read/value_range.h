@@ -40,7 +40,7 @@ struct ValueRange {
     {
         double low = lowest;
         double high = highest;
-        double sum = 0.0; // tells, without a branch for each value, whether there may be a NaN
+        double sum = 0.0; // shows, without a branch for each value, whether there may be a NaN
         for (std::size_t i = 0; i < count; ++i) {
             low = lesser(low, values[i]);
             high = greater(high, values[i]);
