@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Writes a SPICE rawfile of any size: a transient analysis with 64-bit values, point after point.
-// usage: make_raw SIZE VARIABLES FILE; SIZE in bytes, perhaps with kB or MB behind it
+// Writes a SPICE rawfile of any size: a transient analysis with 64-bit values, point after point. Prints the number
+// of points. usage: make_raw SIZE VARIABLES FILE; SIZE in bytes, perhaps with kB or MB behind it
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -51,5 +51,6 @@ int main(int argc, char **argv)
         file.write(reinterpret_cast<const char *>(row.data()),
                    static_cast<std::streamsize>(row.size() * sizeof(double)));
     }
+    std::printf("%llu\n", static_cast<unsigned long long>(points));
     return file.flush() ? 0 : 1;
 }

@@ -20,7 +20,7 @@ LONG_RUN = 4.0  # seconds
 
 @dataclass(frozen=True)
 class Data:
-    """A pair of files that make_punch writes, small ones for a quick check."""
+    """A pair of files that make_punch writes, or a rawfile of make_raw, small ones for a quick check."""
 
     kind: str
     size: str
@@ -113,6 +113,20 @@ def true(_):
     return ["/bin/true"]
 
 
+# Commands on a rawfile.
+
+
+def raw2punch(form):
+    def command(data):
+        return ["{raw2punch}", "-f", form, data.golden, f"{data}.pun"]
+    command.__name__ = f"raw2punch_{form}"
+    return command
+
+
+def cp(data):
+    return ["cp", data.golden, f"{data}.copy"]
+
+
 # Files that a command needs besides the pair.
 
 
@@ -201,6 +215,9 @@ VALUES = Data("op-values", "100000", "1000")
 PASSING = Data("op-values", "1000000", "10000")
 FAILING = Data("op-failing", "1000000", "10000")
 TINY = Data("tiny", "10", "10")
+RAWFILE = Data("rawfile", "200MB", "400kB")
+TO_DOUBLES = raw2punch("binary_dbl")
+TO_TEXT = raw2punch("text")
 
 ROWS = (
     against(wc, "ac-text", "AC text, 2 x 100 MB, against `wc -l` of both", AC_TEXT, 6.5, 8),
@@ -235,6 +252,11 @@ ROWS = (
     Row("failing", "every value failing, a line each, against a passing pair",
         ((tresk, FAILING), (tresk, PASSING)), microseconds_more, "us a line more", 0.5, 1, grade=3),
     against(true, "tiny", "10 signals of 10 points, against `/bin/true`", TINY, 1.1, 1.4, runs=301),
+    # Each waveform gets its own copy of the times: twice the bytes come out.
+    against(cp, "raw-doubles", "rawfile of 20 variables, 200 MB, to BINARY_DBL, against `cp`", RAWFILE, 3, 5,
+            command=TO_DOUBLES),
+    against(cp, "raw-text", "the same to text", RAWFILE, 25, 40, command=TO_TEXT, runs=3),
+    Row("raw-memory", "peak memory, rawfile to text", ((TO_TEXT, RAWFILE),), peak_mib, "MiB", 24, 64, runs=1),
     against(wc, "text-2gb", "transient text, 2 x 2 GB, against `wc -l`", TEXT_2GB, None, None,
             runs=1, on_request=True),
     memory_a_point("text-2gb-memory", "transient text, 2 x 2 GB", TEXT_2GB, 16, on_request=True),
@@ -249,16 +271,20 @@ class Bench:
     def __init__(self, build, quick):
         self.quick = quick
         self.tresk = os.path.join(build, "tresk")
+        self.raw2punch = os.path.join(build, "raw2punch")
         self.make_punch = os.path.join(build, "bench", "make_punch")
+        self.make_raw = os.path.join(build, "bench", "make_raw")
         self.timed_run = os.path.join(build, "bench", "timed_run")
         self.points = {}  # of one file, by the pair
-        for program in self.tresk, self.make_punch, self.timed_run:
+        for program in self.tresk, self.raw2punch, self.make_punch, self.make_raw, self.timed_run:
             if not os.access(program, os.X_OK):
                 sys.exit(f"{program} is missing: build with -DTRESK_BUILD_BENCH=ON")
 
     def make(self, data, *options):
         size = data.quick_size if self.quick else data.size
         command = [self.make_punch, data.kind, size, data.golden, data.regress, *options]
+        if data.kind == "rawfile":
+            command = [self.make_raw, size, "20", data.golden]
         self.points[data] = int(subprocess.run(command, check=True, stdout=subprocess.PIPE).stdout)
 
     def provide(self, wanted):
@@ -273,7 +299,7 @@ class Bench:
 
     def run(self, row, command, grade):
         """Runs a command. Returns its seconds and its peak memory."""
-        words = [word.replace("{tresk}", self.tresk) for word in command]
+        words = [word.replace("{tresk}", self.tresk).replace("{raw2punch}", self.raw2punch) for word in command]
         printed = subprocess.run([self.timed_run, *words], check=True, stdout=subprocess.PIPE).stdout
         seconds, kibibytes, status = printed.split()
         if int(status) != grade:
@@ -306,7 +332,7 @@ class Bench:
 def table_line(bench, row):
     for command, data in row.steps:
         program = command(data)[0]
-        if program != "{tresk}" and shutil.which(program) is None:
+        if program[0] != "{" and shutil.which(program) is None:
             return f"| {row.name} | {row.measure} | | | skipped: no {program} | |"
     runs = bench.measure(row)
     for (command, data), one in zip(row.steps, runs):

@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Installs what the build needs and this machine lacks, or says what to install. Arguments name more:
-# googletest, or commands, each in the Debian package of the same name, or as PACKAGE:COMMAND.
+# googletest, cli11, or commands, each in the Debian package of the same name, or as PACKAGE:COMMAND.
 set -eu
 
 need() { # <Debian package> <command that succeeds when it is there>...
@@ -12,6 +12,10 @@ need() { # <Debian package> <command that succeeds when it is there>...
 
 has_googletest() {
     echo '#include <gtest/gtest.h>' | "${CXX:-c++}" -E -x c++ -
+}
+
+has_cli11() {
+    echo '#include <CLI/CLI.hpp>' | "${CXX:-c++}" -std=c++17 -E -x c++ -
 }
 
 find_missing() {
@@ -25,6 +29,7 @@ find_missing() {
     for tool; do
         case $tool in
         googletest) need libgtest-dev has_googletest ;;
+        cli11) need libcli11-dev has_cli11 ;;
         *) need "${tool%:*}" command -v "${tool#*:}" ;;
         esac
     done

@@ -37,47 +37,86 @@ PlotRule rule_of_text(const std::string &text)
     return rule;
 }
 
-// What options are read into that need more than a conversion.
+// What options are read into that are no values yet.
 struct Texts {
+    std::string format = "text";
+    std::vector<std::string> functions;
+    std::string bits;
     std::vector<std::string> rules;
-    ValueBits bits = ValueBits::DOUBLES;
     std::string log;
     std::string title;
 };
 
-template <typename Value>
-CLI::Option *add_choice(CLI::App &app, const char *name, Value &value,
-                        const std::map<std::string, Value> &choices, const char *help)
+template <typename Value> CLI::Validator one_of(const std::map<std::string, Value> &choices, const char *type)
 {
-    return app.add_option(name, value, help)->transform(CLI::CheckedTransformer(choices, CLI::ignore_case));
+    return CLI::IsMember(&choices, CLI::ignore_case).description(type);
+}
+
+CLI::Option *add_list(CLI::App &app, const char *name, std::vector<std::string> &values, const char *help)
+{
+    return app.add_option(name, values, help)->allow_extra_args(false); // one word for each time it is given
 }
 
 void add_options(CLI::App &app, CommandLine &line, Texts &texts)
 {
     Options &options = line.options;
-    app.add_option("INPUT", options.input, "Rawfile to read")->required();
-    app.add_option("OUTPUT", options.output, "Punch file to write")->required();
-    add_choice(app, "-f,--format", options.format, kFormats, "Format of waveforms: text, binary, binary_dbl");
-    app.add_option("-c,--complex", options.functions,
-                   "Signals made of complex values: db, phase, magnitude, real, imaginary (db,phase)")
+    const CLI::Validator numbers = CLI::Range(0, INT_MAX / 2).description("");
+    app.add_option("INPUT", options.input, "Rawfile to read")->required()->type_name("");
+    app.add_option("OUTPUT", options.output, "Punch file to write")->required()->type_name("");
+    app.add_option("-f,--format", texts.format, "Format of waveforms: text (usual), binary or binary_dbl")
+        ->check(one_of(kFormats, ""))
+        ->type_name("FORMAT");
+    add_list(app, "-c,--complex", texts.functions,
+             "Signals made of complex values, out of db, phase, magnitude, real, imaginary (usual: db,phase)")
         ->delimiter(',')
-        ->transform(CLI::CheckedTransformer(kFunctions, CLI::ignore_case));
-    app.add_option("-l,--log", texts.log,
-                   "Log of the run, for measurements, Fourier tables and temperatures");
+        ->check(one_of(kFunctions, ""))
+        ->type_name("KIND,...");
+    app.add_option("-l,--log", texts.log, "Log of the run: measurements, Fourier tables, temperatures")
+        ->type_name("FILE");
     app.add_option("-t,--temperature", options.temperatures,
-                   "Temperature of all runs, or of each in turn (27)")
-        ->delimiter(',');
-    app.add_option("--title", texts.title, "Title, instead of that of the rawfile");
-    app.add_option("--rerun", options.first_rerun, "Number of the first rerun (1)")
-        ->check(CLI::Range(0, INT_MAX / 2));
-    app.add_option("--modify", options.first_modify, "Number of the first modify (0)")
-        ->check(CLI::Range(0, INT_MAX / 2));
-    app.add_option("--plot", texts.rules,
-                   "NAME=KIND: what plots become whose name holds NAME; none leaves them out");
-    add_choice(app, "--bits", texts.bits, kBits, "Bits of binary values: 64, 32, mixed (found out)");
+                   "Temperature of all runs, or of each in turn (usual: 27)")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("DEGREES,...");
+    app.add_option("--title", texts.title, "Title instead of that of the rawfile")->type_name("TEXT");
+    app.add_option("--rerun", options.first_rerun, "Number of the first rerun (usual: 1)")
+        ->check(numbers)
+        ->type_name("N");
+    app.add_option("--modify", options.first_modify, "Number of the first modify of a rerun (usual: 0)")
+        ->check(numbers)
+        ->type_name("N");
+    add_list(app, "--plot", texts.rules,
+             "What becomes of plots whose name holds NAME: op, dc, ac, tr, noise, four, pz, pss, mr or none")
+        ->type_name("NAME=KIND");
+    app.add_option("--bits", texts.bits, "Bits of binary values: 64, 32 or mixed (usually found out)")
+        ->check(one_of(kBits, ""))
+        ->type_name("BITS");
     app.add_flag("--big-endian", options.hints.big_endian,
                  "Binary values have their most significant byte first");
-    app.add_flag("--allow-left-out", line.allow_left_out, "End with 0 also when something has no place");
+    app.add_flag("--allow-left-out", line.allow_left_out, "Exit code 0 also when something has no place");
+}
+
+void take_texts(const Texts &texts, const CLI::App &app, Options &options)
+{
+    options.format = kFormats.at(lower_case(texts.format));
+    if (!texts.functions.empty()) {
+        options.functions.clear();
+        for (const std::string &word : texts.functions) {
+            options.functions.push_back(kFunctions.at(lower_case(word)));
+        }
+    }
+    for (const std::string &rule : texts.rules) {
+        options.rules.push_back(rule_of_text(rule));
+    }
+    if (!texts.bits.empty()) {
+        options.hints.bits = kBits.at(lower_case(texts.bits));
+    }
+    if (app.count("--log") > 0) {
+        options.log = texts.log;
+    }
+    if (app.count("--title") > 0) {
+        options.title = texts.title;
+    }
 }
 
 } // namespace
@@ -91,21 +130,9 @@ CommandLine read_command_line(int argc, char **argv)
     add_options(app, line, texts);
     try {
         app.parse(argc, argv);
-        for (const std::string &rule : texts.rules) {
-            line.options.rules.push_back(rule_of_text(rule));
-        }
+        take_texts(texts, app, line.options);
     } catch (const CLI::ParseError &error) {
         line.exit_code = app.exit(error) == 0 ? EXIT_CONVERTED : EXIT_FAILED;
-        return line;
-    }
-    if (app.count("--log") > 0) {
-        line.options.log = texts.log;
-    }
-    if (app.count("--title") > 0) {
-        line.options.title = texts.title;
-    }
-    if (app.count("--bits") > 0) {
-        line.options.hints.bits = texts.bits;
     }
     return line;
 }

@@ -9,7 +9,7 @@ namespace
 struct NamedKind {
     std::string_view name; // in lower case, what the name of the plot holds
     Analysis analysis;
-    const char *unit = "";
+    const char *sort = "";
 };
 
 // The first that fits counts.
@@ -21,9 +21,9 @@ constexpr NamedKind kNamedKinds[] = {
     {"distortion - im: 2f1-f2", Analysis::DISTO, "DIM3"},
     {"frequency domain periodic steady state", Analysis::FOUR},
     {"periodic steady state", Analysis::PSS},
-    {"integrated noise", Analysis::MR},
-    {"transfer function", Analysis::MR},
-    {"sensitivity", Analysis::MR},
+    {"integrated noise", Analysis::MR, "integrated noise"},
+    {"transfer function", Analysis::MR, "transfer function"},
+    {"sensitivity", Analysis::MR, "sensitivity"},
     {"noise", Analysis::NOISE},
     {"pole-zero", Analysis::PZ},
     {"operating point", Analysis::OP},
@@ -57,7 +57,7 @@ PlotKind kind_of_plot(std::string_view name)
     const std::string lower = lower_case(name);
     for (const NamedKind &kind : kNamedKinds) {
         if (lower.find(kind.name) != std::string_view::npos) {
-            return {kind.analysis, kind.unit};
+            return {kind.analysis, kind.sort};
         }
     }
     return {};

@@ -23,11 +23,11 @@ enum class Analysis {
 
 struct PlotKind {
     Analysis analysis = Analysis::NONE;
-    std::string unit; // of all its signals, where the kind tells them apart by that: "HD2"
+    std::string sort; // of DISTO the unit of the signals ("HD2"), of MR where the values come from
 
     bool operator==(const PlotKind &other) const
     {
-        return analysis == other.analysis && unit == other.unit;
+        return analysis == other.analysis && sort == other.sort;
     }
 };
 

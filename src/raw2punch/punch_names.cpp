@@ -156,7 +156,11 @@ std::string derived_name(std::string_view name, std::string_view function)
                               name[letters] == '(' && partners_in(name)[letters] == name.size() - 1;
     const std::string front(name.substr(0, has_brackets ? letters : 0));
     const std::string back(name.substr(front.size()));
-    return front + std::string(function) + (has_brackets ? back : "(" + back + ")");
+    if (!has_brackets) {
+        return std::string(function) + "(" + back + ")";
+    }
+    const bool lower = front.back() >= 'a' && front.back() <= 'z';
+    return front + (lower ? lower_case(function) : std::string(function)) + back;
 }
 
 std::string unit_of_type(std::string_view type)

@@ -15,7 +15,7 @@ std::string waveform_name(std::string_view name);
 // "&", brackets within brackets, those without a partner and the colon of a range are replaced, too.
 std::string solution_name(std::string_view name);
 
-// "VDB(out)" from "V(out)" and "DB"; "DB(gain)" for a name that is no letter with something in brackets.
+// "VDB(OUT)" from "V(OUT)" and "DB", "vdb(out)" from "v(out)"; "DB(gain)" where nothing stands in brackets.
 std::string derived_name(std::string_view name, std::string_view function);
 
 // Y or x unit of values of that type ("VOLTS" for "voltage"); empty where the type tells none.

@@ -37,7 +37,7 @@ std::vector<ValueBits> likely_bits(const RawPlot &plot, const DataHints &hints)
         return {*hints.bits};
     }
     if (plot.complex) {
-        return {ValueBits::DOUBLES, ValueBits::FLOATS};
+        return {ValueBits::DOUBLES};
     }
     if (plot.utf16 && !plot.doubles) {
         return {ValueBits::MIXED, ValueBits::FLOATS, ValueBits::DOUBLES};

@@ -14,7 +14,7 @@ PlotKind kind_by_rules(const RawPlot &plot, const Options &options)
     const std::string name = lower_case(plot.name);
     for (const PlotRule &rule : options.rules) {
         if (name.find(rule.name) != std::string_view::npos) {
-            return {rule.analysis, ""};
+            return {rule.analysis, rule.name};
         }
     }
     return kind_of_plot(plot.name);
@@ -23,6 +23,9 @@ PlotKind kind_by_rules(const RawPlot &plot, const Options &options)
 // Whether the plot has a place; if not, and that is not by intent, it is reported.
 bool has_place(const RawPlot &plot, const PlotKind &kind, Report &report)
 {
+    if (kind.analysis == Analysis::SKIPPED) {
+        return false;
+    }
     if (kind.analysis == Analysis::NONE) {
         report.left_out("plot '" + plot.name + "': no kind of result of a punch file");
     } else if (kind.analysis == Analysis::MR && plot.complex) {
@@ -30,7 +33,7 @@ bool has_place(const RawPlot &plot, const PlotKind &kind, Report &report)
     } else if (is_swept(kind.analysis) && plot.variables.size() == 1) {
         report.left_out("plot '" + plot.name + "': nothing but a sweep variable");
     } else {
-        return kind.analysis != Analysis::SKIPPED;
+        return true;
     }
     return false;
 }

@@ -63,8 +63,8 @@ class SignalMaker
 
     std::string unit_of(const RawVariable &variable) const
     {
-        if (!kind_.unit.empty()) {
-            return kind_.unit;
+        if (kind_.analysis == Analysis::DISTO) {
+            return kind_.sort;
         }
         return kind_.analysis == Analysis::NOISE ? noise_unit_of_type(variable.type)
                                                  : unit_of_type(variable.type);
@@ -87,11 +87,11 @@ class SignalMaker
         for (const Function function : functions) {
             std::string unit = unit_of(variable);
             std::string name = derived_name(variable.name, function_letters(function));
-            if (!kind_.unit.empty()) {
+            if (kind_.analysis == Analysis::DISTO) {
                 if (function == Function::DEGREES) {
                     continue;
                 }
-                name += "." + kind_.unit;
+                name += "." + kind_.sort;
             } else if (function == Function::DECIBELS || function == Function::DEGREES) {
                 unit = function == Function::DECIBELS ? "DB" : "DEGREES";
             }

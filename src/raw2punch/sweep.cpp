@@ -13,7 +13,7 @@ constexpr std::size_t kMostRuns = 1'000'000;
 } // namespace
 
 SweepWatch::SweepWatch(Analysis analysis)
-    : rises_always_(analysis == Analysis::TR || analysis == Analysis::PSS),
+    : is_swept_(is_swept(analysis)), rises_always_(analysis == Analysis::TR || analysis == Analysis::PSS),
       repeats_(analysis == Analysis::DC), direction_(rises_always_ ? 1 : 0)
 {
 }
@@ -25,6 +25,9 @@ bool SweepWatch::starts_run(double x)
     if (first_) {
         first_ = false;
         return false;
+    }
+    if (!is_swept_) {
+        return true;
     }
     if (direction_ == 0) {
         direction_ = x > last ? 1 : x < last ? -1 : 0;

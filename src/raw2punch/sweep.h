@@ -8,7 +8,7 @@
 
 #include <vector>
 
-// Watches the values of a sweep variable.
+// Watches the values of a sweep variable; of plots without one each point is a run.
 class SweepWatch
 {
   public:
@@ -19,6 +19,7 @@ class SweepWatch
     bool starts_run(double x);
 
   private:
+    bool is_swept_;
     bool rises_always_; // time
     bool repeats_;      // a run may be a single point
     int direction_;
