@@ -47,6 +47,10 @@ class SignalMaker
     void add_variable(std::size_t index, const std::vector<Function> &functions)
     {
         const RawVariable &variable = plot_.variables[index];
+        // A simulator that is asked for some values puts one in front as if it were a sweep, once more.
+        if (!is_swept(kind_.analysis) && index > 0 && variable.name == plot_.variables[0].name) {
+            return;
+        }
         if (variable.points == 0) {
             report_.left_out("plot '" + plot_.name + "': " + variable.name + " has no values");
         } else if (is_swept(kind_.analysis) && variable.points == 1 && plot_.points > 1) {

@@ -1,0 +1,1 @@
+s/cload=10f/cload=10.5f/

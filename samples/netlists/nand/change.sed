@@ -1,0 +1,1 @@
+s/cload=30f/cload=31f/
