@@ -169,6 +169,7 @@ TEST(Names, AreReadAsWritten)
         const char *waveform;
         const char *solution;
     } cases[] = {
+        {"v(1)", "v(1)", "v(1)"},
         {"v(out)", "v(out)", "v(out)"},
         {"@r1[i]", "@r1[i]", "@r1[i]"},
         {"vin#branch", "vin#branch", "vin#branch"},
