@@ -2,6 +2,7 @@
 // Values go through unchanged: random plots in all forms of rawfiles, read back by the reader of tresk.
 #include "conversion.h"
 #include "rawfile.h"
+#include "read/point_blocks.h"
 
 #include <gtest/gtest.h>
 
@@ -99,17 +100,21 @@ bool is_kept(double expected, double value, PunchFormat format)
 void check_signal(const Wform &wave, const RawContents &raw, std::size_t signal, std::size_t part,
                   PunchFormat format)
 {
-    const std::size_t points = raw.signals[signal].values.size() / raw.width();
-    ASSERT_EQ(static_cast<std::size_t>(wave.numpts), points) << wave.name;
-    const PT *point = wave.pts;
-    for (std::size_t i = 0; i < points; ++i, point = point->next) {
-        const double x = expected_value(raw.signals[0].values[i * raw.width()], raw, 0, format);
-        const double y =
-            expected_value(raw.signals[signal].values[i * raw.width() + part], raw, signal, format);
-        ASSERT_TRUE(is_kept(x, point->x, format)) << wave.name << " x of point " << i << ": " << point->x;
-        ASSERT_TRUE(is_kept(y, point->val, format))
-            << wave.name << " point " << i << ": " << point->val << " for " << y;
+    const std::vector<double> &ys = raw.signals[signal].values;
+    ASSERT_EQ(static_cast<std::size_t>(wave.count), ys.size() / raw.width()) << wave.name;
+    BlockWalk walk(wave);
+    std::size_t number = 0;
+    for (PointBlock block = walk.next(); block.count != 0; block = walk.next()) {
+        for (std::size_t i = 0; i < block.count; ++i, ++number) {
+            const std::size_t place = number * raw.width();
+            const double x = expected_value(raw.signals[0].values[place], raw, 0, format);
+            const double y = expected_value(ys[place + part], raw, signal, format);
+            ASSERT_TRUE(is_kept(x, block.x[i], format)) << wave.name << ": x of point " << number;
+            ASSERT_TRUE(is_kept(y, block.val[i], format))
+                << wave.name << ": " << block.val[i] << " for " << y;
+        }
     }
+    ASSERT_EQ(number, ys.size() / raw.width());
 }
 
 void check_all(const PF &file, const RawContents &raw, PunchFormat format)
