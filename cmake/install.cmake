@@ -19,6 +19,15 @@ install(FILES contrib/completions/tresk.bash
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME tresk)
 install(FILES contrib/completions/_tresk DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
 install(FILES contrib/completions/tresk.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+if(TARGET raw2punch)
+    add_executable(Tresk::raw2punch ALIAS raw2punch)
+    install(TARGETS raw2punch EXPORT TreskTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(FILES man/raw2punch.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(FILES contrib/completions/raw2punch.bash
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME raw2punch)
+    install(FILES contrib/completions/_raw2punch DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+    install(FILES contrib/completions/raw2punch.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+endif()
 install(DIRECTORY contrib/harness/ DESTINATION ${harness_dir} USE_SOURCE_PERMISSIONS)
 
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL)
@@ -52,13 +61,14 @@ set(CPACK_PACKAGE_CONTACT "the tresk authors <tresk@tresk.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "regression comparator of analog-simulator punch files")
 set(CPACK_PACKAGE_DESCRIPTION "tresk compares a punch file with a golden one, signal by signal and
 within tolerances, writes a transcript of what differs, and ends with one exit
-grade for a test harness.")
+grade for a test harness. raw2punch makes punch files from the rawfiles of
+SPICE simulators.")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE ${package_revision})
 set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "cmake, parallel")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "cmake, ngspice, parallel")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/debian/package.cmake)
 include(CPack)

@@ -32,5 +32,10 @@ in_root "$here" zsh -c 'autoload -U compinit; compinit -D; [[ $_comps[tresk] = _
 [ "$(in_root "$here" fish -c 'complete -C "tresk -exitc"' | wc -l)" = 2 ]
 for release in "$VERSION_CODENAME" $next_release; do
     in_root "$root/$release" dpkg --purge tresk
-    [ -z "$(find "$root/$release/usr" -iname '*tresk*')" ]
+    [ -z "$(find "$root/$release/usr" -iname '*tresk*' -o -iname '*raw2punch*')" ]
 done
+
+# The page on ngspice, by copy and paste.
+make_root "$VERSION_CODENAME" "$root/page" --variant=apt
+cp tests/ngspice_page.sh "$1" "$root/page/opt"
+in_root "$root/page" /opt/ngspice_page.sh --install /usr /opt

@@ -18,4 +18,4 @@ mv "$work/first" "$work/moved"
 "${install[@]}" "$work/second" >/dev/null
 touch "$work/second/share/somebody's"
 cmake -D MANIFEST="$build/install_manifest_Unspecified.txt" -P "$here/../cmake/uninstall.cmake" >/dev/null
-[ "$(find "$work/second" -type f -o -iname '*tresk*')" = "$work/second/share/somebody's" ]
+[ "$(find "$work/second" -type f -o -iname '*tresk*' -o -iname '*raw2punch*')" = "$work/second/share/somebody's" ]

@@ -16,10 +16,13 @@ if(CPACK_GENERATOR STREQUAL "DEB")
     # Without it the package would say that it depends on nothing.
     run(dpkg-shlibdeps --version)
     # A private symbol of the C library ties the package to one release of Debian.
-    run(objdump -T ${stage}/usr/bin/tresk)
-    if(output MATCHES "GLIBC_PRIVATE[^\n]*")
-        message(FATAL_ERROR "tresk needs a private symbol: ${CMAKE_MATCH_0}")
-    endif()
+    file(GLOB programs ${stage}/usr/bin/*)
+    foreach(program IN LISTS programs)
+        run(objdump -T ${program})
+        if(output MATCHES "GLIBC_PRIVATE[^\n]*")
+            message(FATAL_ERROR "${program} needs a private symbol: ${CMAKE_MATCH_0}")
+        endif()
+    endforeach()
 
     file(RENAME ${share}/zsh/site-functions ${share}/zsh/vendor-completions)
 
@@ -44,7 +47,8 @@ License: Expat
     file(WRITE ${share}/lintian/overrides/tresk "# Not uploaded to Debian, so no bug of its list is closed.
 tresk: initial-upload-closes-no-bugs *
 ")
-    run(gzip -9n ${doc}/changelog ${doc}/changelog.Debian ${share}/man/man1/tresk.1)
+    file(GLOB manuals ${share}/man/man1/*)
+    run(gzip -9n ${doc}/changelog ${doc}/changelog.Debian ${manuals})
 endif()
 
 # The umask of who builds and the modes of the clone are no business of who installs.
