@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Writes a SPICE rawfile of any size: a transient analysis with 64-bit values, point after point. Prints the number
-// of points. usage: make_raw SIZE VARIABLES FILE; SIZE in bytes, perhaps with kB or MB behind it
+// Writes a SPICE rawfile of any size: a transient analysis with 64-bit values, point after point. Prints the
+// number of points. usage: make_raw SIZE VARIABLES FILE; SIZE in bytes, perhaps with kB or MB behind it
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
