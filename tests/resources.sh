@@ -72,7 +72,7 @@ happens() { # <command on the file "points"> <exit code wanted> <regular express
 }
 happens : 0 'PASS'
 happens 'mv points away; echo >points' 0 PASS
-happens 'echo >points' '3 5' 'Cannot open file points'
+happens 'echo >points' 5 'Cannot open file points'
 happens 'echo >>points' 5 'exit status = 2'
 happens 'printf 9 | dd of=points bs=1 seek=9000 conv=notrunc 2>/dev/null' '3 5' 'Cannot open file points'
 

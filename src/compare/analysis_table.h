@@ -3,8 +3,8 @@
 #ifndef TRESK_COMPARE_ANALYSIS_TABLE_H
 #define TRESK_COMPARE_ANALYSIS_TABLE_H
 
-#include "compare/header_lines.h"
 #include "compare/point_walk.h"
+#include "compare/table_headers.h"
 #include "read/codes.h"
 #include "read/records.h"
 

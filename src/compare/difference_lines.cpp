@@ -2,7 +2,7 @@
 #include "compare/difference_lines.h"
 
 #include "compare/analysis_table.h"
-#include "compare/header_lines.h"
+#include "compare/table_headers.h"
 #include "support/exit_bits.h"
 #include "support/transcript.h"
 
@@ -138,8 +138,8 @@ unsigned report_units(const UnitTexts &texts, int code, const char *name, const 
 
 unsigned report_coefficient_count(const Wform &ref, const Wform &cmp)
 {
-    if (ref.numpts == cmp.numpts) {
-        return 0;
+    if (ref.numpts == cmp.numpts) { // which is what would be printed
+        return ref.count == cmp.count ? 0U : EXIT_ANALYSES;
     }
     print_tk_header(FOUR);
     transcript_printf("Wrong number of coefficients for signal %s.\n", ref.name);

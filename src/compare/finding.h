@@ -7,6 +7,7 @@
 #include "read/codes.h"
 #include "read/records.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -100,9 +101,9 @@ struct Finding {
     // that of the line's marker), the verdict, and the marker as printed.
     Judged judged = {};
     std::string marker;
-    int fails = 0;        // points; 1 for all but sweeps
-    int compared = 0;     // points; 1 for all but sweeps
-    bool met_nan = false; // whether any point or area is no number
+    std::int64_t fails = 0;    // points; 1 for all but sweeps
+    std::int64_t compared = 0; // points; 1 for all but sweeps
+    bool met_nan = false;      // whether any point or area is no number
     WorstPlace worst;
     Areas areas;
     int position = 0;                // of a coefficient or root, from 1

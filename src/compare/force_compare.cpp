@@ -4,10 +4,10 @@
 #include "compare/analysis_table.h"
 #include "compare/difference_lines.h"
 #include "compare/force_partners.h"
-#include "compare/header_lines.h"
 #include "compare/missing_lines.h"
 #include "compare/pair_index.h"
 #include "compare/solution_compare.h"
+#include "compare/table_headers.h"
 
 #include <algorithm>
 #include <utility>

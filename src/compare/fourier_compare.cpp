@@ -48,7 +48,7 @@ SignalFindings compare_pair(const Wform &ref, const Wform &cmp)
         findings.bits |= check_units(kWaveformYUnits, FOUR, ref.name, ref.yunits, cmp.yunits);
     }
     findings.bits |= report_coefficient_count(ref, cmp);
-    int position = 0;
+    std::int64_t position = 0;
     const auto report = [&](const PT &ref_point, const PT &cmp_point, const Judged &judged) {
         ++position;
         if (judged.abserr < 0.0) {
@@ -57,7 +57,8 @@ SignalFindings compare_pair(const Wform &ref, const Wform &cmp)
         if (goes_unreported(judged)) {
             return;
         }
-        const unsigned bits = report_coefficient(ref, cmp, ref_point, cmp_point, position, judged);
+        const unsigned bits =
+            report_coefficient(ref, cmp, ref_point, cmp_point, static_cast<int>(position), judged);
         findings.bits |= bits;
         findings.fails += bits != 0 ? 1 : 0;
     };

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "compare/missing_lines.h"
 
-#include "compare/header_lines.h"
 #include "compare/result_lines.h"
+#include "compare/table_headers.h"
 #include "support/transcript.h"
 
 #include <cstdlib>

@@ -3,9 +3,9 @@
 
 #include "compare/analysis_table.h"
 #include "compare/difference_lines.h"
-#include "compare/header_lines.h"
 #include "compare/missing_lines.h"
 #include "compare/result_lines.h"
+#include "compare/table_headers.h"
 #include "support/real.h"
 #include "support/settings.h"
 

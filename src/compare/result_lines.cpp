@@ -16,6 +16,12 @@
 namespace
 {
 
+// A number of points in the 32 bits that it has always been printed in.
+int printed(std::int64_t count)
+{
+    return static_cast<int>(count);
+}
+
 // A name, left-aligned in a column extra characters wider than the longest name, but at least minimum
 // wide.
 void print_name_column(const char *name, std::size_t extra, std::size_t minimum = 0)
@@ -202,8 +208,8 @@ unsigned report_ac_sweep(const Wform &ref, const Wform &cmp, int code, const Swe
         print_name_column(ref.name, 3, 15);
         // Kept: the width of the counts follows the last digit of the number of points, not how many
         // digits it has (docs/verdict.md, "Sweeps").
-        const int width = found.compared % 10 + 1;
-        transcript_printf("%*d/%-*d    ", width, found.fails, width, found.compared);
+        const int width = static_cast<int>(found.compared % 10) + 1;
+        transcript_printf("%*d/%-*d    ", width, printed(found.fails), width, printed(found.compared));
         print_error_columns(kTwoBlanks, found.max_abs, found.max_rel, line_marker(found));
     }
     return pass_on_sweep(ref, cmp, code, found);
@@ -214,7 +220,7 @@ unsigned report_dc_sweep(const Wform &ref, const Wform &cmp, int code, const Swe
     if (found.fails > 0) {
         print_tk_header(code);
         print_name_column(ref.name, 8);
-        transcript_printf("%d/%d     ", found.fails, found.compared);
+        transcript_printf("%d/%d     ", printed(found.fails), printed(found.compared));
         print_error_columns(kTwoBlanks, found.max_abs, found.max_rel, line_marker(found));
     }
     return pass_on_sweep(ref, cmp, code, found);

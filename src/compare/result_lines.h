@@ -13,8 +13,8 @@ unsigned report_value(const Isoln &ref, const Isoln &cmp, int code, const Judged
 
 // What the walk over two swept signals has found.
 struct SweepResult {
-    int fails = 0;
-    int compared = 0;
+    std::int64_t fails = 0; // points, as compared
+    std::int64_t compared = 0;
     double max_abs = 0.0; // of failing points only
     double max_rel = 0.0;
 };

@@ -3,11 +3,11 @@
 
 #include "compare/analysis_table.h"
 #include "compare/difference_lines.h"
-#include "compare/header_lines.h"
 #include "compare/missing_lines.h"
 #include "compare/missing_report.h"
 #include "compare/pair_index.h"
 #include "compare/result_lines.h"
+#include "compare/table_headers.h"
 
 #include <cmath>
 

@@ -5,10 +5,10 @@
 #define TRESK_COMPARE_WAVEFORM_SECTION_H
 
 #include "compare/analysis_table.h"
-#include "compare/header_lines.h"
 #include "compare/missing_lines.h"
 #include "compare/missing_report.h"
 #include "compare/pair_index.h"
+#include "compare/table_headers.h"
 
 #include <cstddef>
 #include <vector>

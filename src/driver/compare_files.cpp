@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "driver/compare_files.h"
 
-#include "compare/variant_lines.h"
+#include "compare/rerun_modify_lines.h"
 #include "driver/tk_rerun.h"
 #include "read/record_dump.h"
 #include "read/signal_names.h"

@@ -3,7 +3,7 @@
 
 #include "compare/missing_lines.h"
 #include "compare/tk_compare.h"
-#include "compare/variant_lines.h"
+#include "compare/rerun_modify_lines.h"
 #include "driver/number_index.h"
 
 namespace

@@ -2,7 +2,7 @@
 #include "driver/tk_rerun.h"
 
 #include "compare/missing_lines.h"
-#include "compare/variant_lines.h"
+#include "compare/rerun_modify_lines.h"
 #include "driver/number_index.h"
 #include "driver/tk_modify.h"
 #include "support/settings.h"

@@ -44,6 +44,7 @@ BlockWalk::BlockWalk(const Wform &wform) : wform_(wform), room_(nullptr), left_(
         left_ = wform.count;
         room_ = take_room();
         room_->held = 0;
+        room_->next = room_->bytes;
         room_->offset = wform.in_file->offset;
     }
 }
@@ -78,6 +79,11 @@ PointBlock BlockWalk::next_in_file()
     room_->held -= needed;
     left_ -= static_cast<std::int64_t>(count);
     return {room_->x, room_->val, count};
+}
+
+bool points_are_lost(const Wform &wform)
+{
+    return wform.val == nullptr && wform.in_file != nullptr && wform.in_file->file->fault != 0;
 }
 
 PT first_point(const Wform &wform)

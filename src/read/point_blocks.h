@@ -46,6 +46,9 @@ class BlockWalk
     std::int64_t left_; // points not yet handed out
 };
 
+// Whether points could not be read from the file again: a walk has ended early.
+bool points_are_lost(const Wform &wform);
+
 // The first point of a waveform that has one.
 PT first_point(const Wform &wform);
 

@@ -26,7 +26,7 @@ struct PunchStream {
 };
 
 // Opens path for reading. Returns false with errno set when it cannot be opened, is a directory, or is
-// a FIFO that nobody opens for writing within ten seconds.
+// a FIFO from which nothing comes within ten seconds.
 bool stream_open(PunchStream &stream, const char *path);
 
 // Reads from a descriptor that stands at the start of its file, and closes it in the end.

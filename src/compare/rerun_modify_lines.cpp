@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "compare/variant_lines.h"
+#include "compare/rerun_modify_lines.h"
 
 #include "support/exit_bits.h"
 #include "support/transcript.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The headers and ends of the tables of the transcript.
-#ifndef TRESK_COMPARE_HEADER_LINES_H
-#define TRESK_COMPARE_HEADER_LINES_H
+#ifndef TRESK_COMPARE_TABLE_HEADERS_H
+#define TRESK_COMPARE_TABLE_HEADERS_H
 
 #include "read/codes.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "compare/header_lines.h"
+#include "compare/table_headers.h"
 
 #include "compare/analysis_table.h"
 #include "read/name_length.h"

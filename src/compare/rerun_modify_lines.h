@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The lines about whole files, reruns and modifies. Those that report a finding print it, pass it on to
 // the listener if there is one, and return the ExitBit set that it raises.
-#ifndef TRESK_COMPARE_VARIANT_LINES_H
-#define TRESK_COMPARE_VARIANT_LINES_H
+#ifndef TRESK_COMPARE_RERUN_MODIFY_LINES_H
+#define TRESK_COMPARE_RERUN_MODIFY_LINES_H
 
 #include "compare/events.h"
 
