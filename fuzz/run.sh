@@ -1,6 +1,7 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# Fuzzes the whole program with AFL++ under AddressSanitizer and UBSan, on files cut from the samples.
+# Fuzzes the whole programs with AFL++ under AddressSanitizer and UBSan, on files cut from the samples and small
+# rawfiles.
 # Usage: fuzz/run.sh [seconds per target [target...]]; BUILD_DIR names another build folder, JOBS the
 # targets run at a time. A further run goes on where the last one stopped. Lists the inputs that crashed
 # or hung the program, and fails, until they are removed.
@@ -11,7 +12,7 @@ shift || true
 build=$(realpath -m "${BUILD_DIR:-build-fuzz}")
 findings=$build/findings
 golden=$build/golden.pun
-export findings golden seconds program=$build/tresk dictionary=$PWD/fuzz/punch.dict
+export findings golden seconds build fuzz=$PWD/fuzz
 # Containers neither pin processors nor let the governor or the core pattern be set.
 export AFL_SKIP_CPUFREQ=1 AFL_NO_AFFINITY=1 AFL_I_DONT_CARE_ABOUT_MISSING_CRASHES=1 AFL_NO_UI=1
 export AFL_AUTORESUME=1 AFL_FAST_CAL=1
@@ -27,9 +28,12 @@ declare -A arguments=(
     [itself]="-Aonly -a -1 @@ @@"      # every signal finds its partner, and every value fails
     [index]="-index @@"
     [mirel]="-indexmirel @@"
+    [raw-text]="@@ $build/raw-text.pun"
+    [raw-binary]="-f binary -c db,phase,magnitude,real,imaginary @@ $build/raw-binary.pun"
+    [raw-log]="-f binary_dbl -l @@ $findings/seeds-raw/steps $build/raw-log.pun"
 )
 targets=("$@")
-[ $# -gt 0 ] || targets=(reference comparison dump trace itself index mirel)
+[ $# -gt 0 ] || targets=(reference comparison dump trace itself index mirel raw-text raw-binary raw-log)
 
 install_afl() {
     command -v afl-clang-fast++ >/dev/null && return
@@ -63,10 +67,46 @@ make_seeds() { # <folder>
     perl -pe 's/(RERUN_NUMBER = )\d/${1}1/; s/(MODIFY = )\d/${1}0/' "$1"/* >"$golden" # all in one modify
 }
 
+# Each plot of the cases by itself, and binary ones: doubles, complex ones, those of a stepped sweep, variable after
+# variable, with variables of fewer points. The second folder gets the logs.
+make_raw_seeds() { # <folder for rawfiles> <folder for logs>
+    mkdir -p "$1" "$2"
+    perl -e '
+        my ($folder, $number) = (shift, 0);
+        sub seed { open my $file, ">", sprintf "%s/%s", $folder, shift or die; print $file @_ }
+        sub header {
+            my ($plot, $flags, $points, @variables) = @_;
+            my $count = @variables;
+            my $list = join "", map { "\t$_\t$variables[$_]\n" } 0 .. $#variables;
+            "Title: t\nDate: Tue Mar 12 10:11:12 2024\nPlotname: $plot\nFlags: $flags\nNo. Variables: $count\n" .
+                "No. Points: $points\nVariables:\n${list}Binary:\n" }
+        my @two = ("time\ttime", "v(a)\tvoltage");
+        seed "doubles", header("Transient Analysis", "real", 3, @two), pack "d<6", 0, 1, 2, 3, 4, 5;
+        seed "steps", header("DC transfer characteristic", "real", 4, @two), pack "d<8", 0, 1, 2, 3, 0, 5, 2, 7;
+        seed "complex", header("AC Analysis", "complex log", 2, @two), pack "d<8", 1, 0, 2, 3, 4, 0, 5, 6;
+        seed "columns", header("Transient Analysis", "real fastaccess", 3, @two), pack "d<3f<3", 0, 1, 2, 3, 4, 5;
+        seed "unpadded", header("Transient Analysis", "real unpadded", 2, @two, "m\tnotype dims=1"),
+            pack "d<5", 0, 1, 2, 3, 4;
+        local $/;
+        for (@ARGV) { # the rawfiles of the cases
+            open my $file, "<", $_ or die;
+            my $bytes = <$file>;
+            seed "case" . ++$number, $_ for $bytes =~ /\0/ ? $bytes : split /(?=^Title:)/m, $bytes }
+        ' "$1" tests/raw2punch/cases/*/in.raw
+    for log in tests/raw2punch/cases/*/*log; do
+        cp "$log" "$2/$(basename "$(dirname "$log")")"
+    done
+}
+
 fuzz() { # <target>
+    local program=$build/tresk seeds=seeds dictionary=$fuzz/punch.dict
+    case $1 in
+    raw-*) program=$build/raw2punch seeds=seeds-raw dictionary=$fuzz/raw.dict ;;
+    esac
+    [ "$1" != raw-log ] || seeds='seeds-log'
     mkdir -p "$findings/$1"
     MIREL_PUNCH_ADDITIONS=1 KORSIM3_INDEX_FILENAME=/dev/null \
-        afl-fuzz -i "$findings/seeds" -o "$findings" -S "$1" -T "$1" -V "$seconds" -x "$dictionary" -m none \
+        afl-fuzz -i "$findings/$seeds" -o "$findings" -S "$1" -T "$1" -V "$seconds" -x "$dictionary" -m none \
         -t 2000 -- "$program" $2 >"$findings/$1.log" 2>&1 || tail "$findings/$1.log"
 }
 
@@ -80,9 +120,11 @@ report() { # the state of all targets since their first run; the edges include t
 }
 
 install_afl
+scripts/setup.sh cli11
 cmake -S . -B "$build" -DCMAKE_CXX_COMPILER=afl-clang-fast++ -DTRESK_SANITIZE=ON -DTRESK_BUILD_TESTS=OFF
-cmake --build "$build" --target tresk --parallel "$(nproc)"
+cmake --build "$build" --target tresk raw2punch --parallel "$(nproc)"
 [ -d "$findings/seeds" ] || make_seeds "$findings/seeds"
+[ -d "$findings/seeds-raw" ] || make_raw_seeds "$findings/seeds-raw" "$findings/seeds-log"
 export -f fuzz
 for target in "${targets[@]}"; do
     printf '%s\0%s\0' "$target" "${arguments[$target]}"

@@ -42,13 +42,13 @@ std::size_t value_width(const RawPlot &plot, ValueBits bits, std::size_t variabl
 
 RowSource::RowSource(const InputFile &file, const RawPlot &plot, const DataPlace &place,
                      const PointRange &range)
-    : file_(file), plot_(plot), place_(place), offset_(plot.data_offset), end_(range.first + range.count)
+    : file_(file), plot_(plot), place_(place), offset_(range.offset), point_(range.first),
+      end_(range.first + range.count)
 {
     for (std::size_t i = 0; i < plot.variables.size(); ++i) {
         variables_.push_back(i);
     }
     lay_out_row();
-    skip_to(range.first);
 }
 
 // Finds the variables that the next point has, and up to which point that holds. A variable that has run out
@@ -74,18 +74,6 @@ void RowSource::lay_out_row()
     }
 }
 
-void RowSource::skip_to(std::int64_t point)
-{
-    while (point_ < point) {
-        if (point_ == layout_end_) {
-            lay_out_row();
-        }
-        const std::int64_t next = std::min(point, layout_end_);
-        offset_ += (next - point_) * static_cast<std::int64_t>(row_size_);
-        point_ = next;
-    }
-}
-
 bool RowSource::next(Block &block)
 {
     if (point_ == end_) {
@@ -95,6 +83,7 @@ bool RowSource::next(Block &block)
         lay_out_row();
     }
     block.first = point_;
+    block.offset = offset_;
     block.points = points_of_block(kBlockSize, row_size_, std::min(layout_end_, end_) - point_);
     bytes_.resize(std::max(bytes_.size(), block.points * row_size_));
     file_.read(offset_, bytes_.data(), block.points * row_size_);
@@ -103,7 +92,8 @@ bool RowSource::next(Block &block)
         block.columns[i].values = bytes_.data() + places_[i];
         block.columns[i].stride = row_size_;
     }
-    skip_to(point_ + static_cast<std::int64_t>(block.points));
+    point_ += static_cast<std::int64_t>(block.points);
+    offset_ += static_cast<std::int64_t>(block.points * row_size_);
     return true;
 }
 

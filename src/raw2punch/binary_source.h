@@ -16,13 +16,12 @@ class RowSource : public DataSource
 
   private:
     void lay_out_row();
-    void skip_to(std::int64_t point);
 
     const InputFile &file_;
     const RawPlot &plot_;
     DataPlace place_;
     std::int64_t offset_; // in the file, of the next point
-    std::int64_t point_ = 0;
+    std::int64_t point_;
     std::int64_t end_;
     std::int64_t layout_end_ = 0;        // the point up to which all points have the same variables
     std::vector<std::size_t> variables_; // which a point here has

@@ -198,48 +198,49 @@ class Converter
         writer_.write_header(analysis, variant_, date_);
     }
 
-    // The values of the signals at the first point of a run; those of a sweep that are no waveforms.
-    std::vector<double> values_of(const OpenPlot &plot, std::size_t run) const
+    // Calls take(signal, value) for each signal that has a value at the first point of a run.
+    template <typename Take> void walk_values(const OpenPlot &plot, std::size_t run, Take take) const
     {
         PointRange range = plot.runs[run];
         range.count = 1;
         const std::unique_ptr<DataSource> source = open_data(file_, plot.raw, plot.place, range);
         Block block;
         source->next(block);
-        std::vector<double> values;
         Evaluator evaluator;
         auto column = block.columns.begin();
         for (const Signal &signal : plot.signals) {
-            column = std::find_if(column, block.columns.end(),
-                                  [&](const ColumnView &c) { return c.variable == signal.variable; });
-            values.push_back(*evaluator.evaluate(*column, signal.function, 1));
+            while (column != block.columns.end() && column->variable < signal.variable) {
+                ++column;
+            }
+            if (column != block.columns.end() && column->variable == signal.variable) {
+                take(signal, *evaluator.evaluate(*column, signal.function, 1));
+            }
         }
-        return values;
     }
 
     void write_solution(const OpenPlot &plot, std::size_t run)
     {
-        const std::vector<double> values = values_of(plot, run);
         write_header(Analysis::OP);
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            writer_.write_solution(plot.signals[i].name, plot.signals[i].unit, values[i]);
-        }
+        walk_values(plot, run, [this](const Signal &signal, double value) {
+            writer_.write_solution(signal.name, signal.unit, value);
+        });
     }
 
     void write_values(const OpenPlot &plot, std::size_t run)
     {
         const bool all = plot.kind.analysis == Analysis::MR;
-        if (!all && std::none_of(plot.signals.begin(), plot.signals.end(),
-                                 [](const Signal &s) { return s.single; })) {
+        const auto is_single = [](const Signal &signal) {
+            return signal.single;
+        };
+        if (!all && std::none_of(plot.signals.begin(), plot.signals.end(), is_single)) {
             return;
         }
-        const std::vector<double> values = values_of(plot, run);
         write_header(Analysis::MR);
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            if (all || plot.signals[i].single) {
-                write_measure(plot.signals[i].name, values[i]);
+        walk_values(plot, run, [this, all](const Signal &signal, double value) {
+            if (all || signal.single) {
+                write_measure(signal.name, value);
             }
-        }
+        });
     }
 
     void write_measure(const std::string &name, double value)

@@ -12,6 +12,8 @@
 namespace
 {
 
+constexpr const char *kVersion = "3.94"; // that of tresk
+
 const std::map<std::string, PunchFormat> kFormats = {
     {"text", PunchFormat::TEXT}, {"binary", PunchFormat::BINARY}, {"binary_dbl", PunchFormat::BINARY_DBL}};
 
@@ -126,7 +128,7 @@ CommandLine read_command_line(int argc, char **argv)
     CommandLine line;
     Texts texts;
     CLI::App app("Makes a punch file from a SPICE rawfile.", "raw2punch");
-    app.set_version_flag("--version", "raw2punch " RAW2PUNCH_VERSION);
+    app.set_version_flag("--version", std::string("raw2punch ") + kVersion);
     add_options(app, line, texts);
     try {
         app.parse(argc, argv);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "raw2punch/punch_writer.h"
 
+#include <cmath>
 #include <cstdio>
 
 namespace
@@ -31,8 +32,12 @@ std::string waveform_line(const std::string &name, const std::string &unit, Punc
 
 void PunchWriter::write_header(Analysis analysis, const Variant &variant, const std::string &date)
 {
-    char temperature[40];
-    std::snprintf(temperature, sizeof temperature, "%.3f", variant.temperature);
+    char temperature[kNumberLength + 1] = {};
+    if (std::fabs(variant.temperature) < 1e9) {
+        std::snprintf(temperature, sizeof temperature, "%.3f", variant.temperature);
+    } else {
+        put_number(variant.temperature, temperature);
+    }
     write(std::string("* ANALYSIS = ") + header_word(analysis) + "   PROGRAM = RAW2PUNCH" +
           (date.empty() ? "" : "   " + date) + "\n* RERUN_NUMBER = " + std::to_string(variant.rerun) +
           ", TEMPERATURE = " + temperature + ", MODIFY = " + std::to_string(variant.modify) + "\n");

@@ -38,7 +38,7 @@ DataPlace place_data(const InputFile &file, const RawPlot &plot, const DataHints
 struct PointRange {
     std::int64_t first = 0;
     std::int64_t count = 0;
-    std::int64_t text_offset = 0; // in the file, where the first point begins; of text only
+    std::int64_t offset = 0; // in the file, where the first point begins; not of fast access form
 };
 
 inline PointRange all_points(const RawPlot &plot)
@@ -60,7 +60,14 @@ struct Block {
     std::size_t points = 0;
     std::vector<ColumnView> columns; // by rising variable; those without a value here are left out
 
-    std::vector<std::int64_t> text_offsets; // in the file, where each point begins; of text only
+    // Where points begin in the file; not of fast access form.
+    std::int64_t offset = 0;
+    std::vector<std::int64_t> text_offsets; // of text, whose points differ in size
+    std::int64_t offset_of(std::size_t point) const
+    {
+        return text_offsets.empty() ? offset + static_cast<std::int64_t>(point * columns[0].stride)
+                                    : text_offsets[point];
+    }
 };
 
 class DataSource

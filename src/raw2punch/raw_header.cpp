@@ -246,6 +246,7 @@ bool is_header_at(const InputFile &file, std::int64_t offset)
 std::int64_t find_header(const InputFile &file, std::int64_t offset, bool utf16)
 {
     const std::string feed = utf16 ? widened("\n") : "\n";
+    const std::string key = utf16 ? widened(kFirstKey) : std::string(kFirstKey);
     std::vector<char> bytes(std::size_t{64} << 10);
     while (offset < file.size()) {
         const std::size_t held = file.read_some(offset, bytes.data(), bytes.size());
@@ -253,8 +254,9 @@ std::int64_t find_header(const InputFile &file, std::int64_t offset, bool utf16)
         for (std::size_t i = window.find(feed); i != std::string_view::npos; i = window.find(feed, i + 1)) {
             const std::size_t next = i + feed.size();
             const std::int64_t behind = offset + static_cast<std::int64_t>(next);
-            const bool may_begin = next >= held || window[next] == 'T' || window[next] == 't';
-            if (may_begin && is_header_at(file, behind)) {
+            const bool is_cut_off = next + key.size() > held;
+            if (is_cut_off ? is_header_at(file, behind)
+                           : lower_case(window.substr(next, key.size())) == key) {
                 return behind;
             }
         }

@@ -60,7 +60,7 @@ std::vector<PointRange> find_runs(const InputFile &file, const RawPlot &plot, co
                                   Analysis analysis)
 {
     const PointRange all = all_points(plot);
-    std::vector<PointRange> runs = {{all.first, 0, all.text_offset}};
+    std::vector<PointRange> runs = {{all.first, 0, all.offset}};
     const std::unique_ptr<DataSource> source = open_data(file, plot, place, all);
     const bool absolute = has_marked_times(plot, place, analysis);
     SweepWatch watch(analysis);
@@ -69,14 +69,14 @@ std::vector<PointRange> find_runs(const InputFile &file, const RawPlot &plot, co
         load_sweep(block, absolute, xs);
         for (std::size_t i = 0; i < block.points; ++i) {
             if (watch.starts_run(xs[i])) {
-                runs.push_back(
-                    {block.first + static_cast<std::int64_t>(i), 0, plot.text ? block.text_offsets[i] : 0});
+                runs.push_back({block.first + static_cast<std::int64_t>(i), 0, block.offset_of(i)});
             }
             ++runs.back().count;
         }
-        if (runs.size() > kMostRuns) {
-            throw Fault("the sweep variable of plot '" + plot.name +
-                        "' turns back more than a million times");
+        // Where points lack variables, few bytes could make many runs of many signals.
+        if (runs.size() > kMostRuns ||
+            runs.size() > static_cast<std::size_t>(file.size()) / plot.variables.size()) {
+            throw Fault("the sweep variable of plot '" + plot.name + "' turns back too often");
         }
     }
     return runs;

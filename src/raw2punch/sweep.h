@@ -34,8 +34,8 @@ void load_sweep(const Block &block, bool absolute, std::vector<double> &xs);
 // Whether the plot is of the form in which times may be marked by their sign.
 bool has_marked_times(const RawPlot &plot, const DataPlace &place, Analysis analysis);
 
-// Reads the whole plot for its runs. Throws Fault where there are more than a million: then the sweep
-// variable is none.
+// Reads the whole plot for its runs. Throws Fault where there are more than a million, or more than the
+// length of the file allows for: then the sweep variable is none.
 std::vector<PointRange> find_runs(const InputFile &file, const RawPlot &plot, const DataPlace &place,
                                   Analysis analysis);
 

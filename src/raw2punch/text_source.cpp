@@ -100,7 +100,7 @@ bool WordReader::take_comma()
 
 TextSource::TextSource(const InputFile &file, const RawPlot &plot, const DataPlace &place,
                        const PointRange &range)
-    : plot_(plot), words_(file, range.text_offset, place.end, plot.utf16), point_(range.first),
+    : plot_(plot), words_(file, range.offset, place.end, plot.utf16), point_(range.first),
       end_(range.first + range.count)
 {
     for (std::size_t i = 0; i < plot.variables.size(); ++i) {

@@ -36,8 +36,9 @@ class WaveWriter
         for (const Signal &signal : run.signals) {
             streams_.push_back(lay_out(signal));
         }
+        const auto longest = static_cast<std::size_t>(point_offset(format, run.range.count));
         buffer_size_ = std::clamp(kAllBuffers / std::max<std::size_t>(streams_.size(), 1), kSmallestBuffer,
-                                  kLargestBuffer);
+                                  std::clamp(longest + kSmallestBuffer, kSmallestBuffer, kLargestBuffer));
         buffers_.resize(buffer_size_ * streams_.size());
     }
 

@@ -45,6 +45,9 @@ for case in "$cases"/*/; do
 done
 
 cd "$work"
+banner=$("$tresk" none none 2>&1 | grep -m 1 '^\*\*\*\*\* tresk, version ' || true)
+[ "$banner" = "***** tresk, version $("$raw2punch" --version | cut -d ' ' -f 2) *****" ] || fail "another version than tresk"
+
 header() { # <points>
     printf 'Title: x\nPlotname: Transient Analysis\nFlags: real\nNo. Variables: 8\nNo. Points: %d\nVariables:\n' "$1"
     printf '\t%d\tv(%d)\tvoltage\n' 0 0 1 1 2 2 3 3 4 4 5 5 6 6 7 7

@@ -25,7 +25,8 @@ struct RawContents {
     RawForm form = RawForm::DOUBLES;
     bool complex = false;
     bool unpadded = false;
-    std::vector<RawSignal> signals; // the first one is the sweep
+    std::size_t run_length = SIZE_MAX; // points after which the sweep starts anew
+    std::vector<RawSignal> signals;    // the first one is the sweep
 
     std::size_t width() const // numbers of a value
     {
@@ -60,9 +61,11 @@ inline std::string bytes_of(double value, bool as_float, bool big_endian)
     return result;
 }
 
+// A signal that has run out is padded with its first value.
 inline std::string value_of(const RawContents &raw, std::size_t signal, std::size_t point)
 {
     std::string value;
+    point = point < raw.signals[signal].values.size() / raw.width() ? point : 0;
     for (std::size_t i = 0; i < raw.width(); ++i) {
         const double number = raw.signals[signal].values[point * raw.width() + i];
         value += raw.text() ? (i > 0 ? "," : "") + number_in_text(number)
@@ -106,7 +109,7 @@ inline std::string values_of(const RawContents &raw)
             const bool held = point < raw.signals[i].values.size() / raw.width();
             if (held || !raw.unpadded) {
                 bytes += raw.text() ? "\t" : "";
-                bytes += held ? value_of(raw, i, point) : value_of(raw, i, 0); // padding
+                bytes += value_of(raw, i, point);
                 bytes += raw.text() ? "\n" : "";
             }
         }

@@ -58,12 +58,16 @@ RawContents any_contents(Random &random)
         below(random, 4) == 0 && raw.form != RawForm::COLUMNS && raw.form != RawForm::MIXED_COLUMNS;
     const std::size_t signals = 2 + (below(random, 8) == 0 ? below(random, 3000) : below(random, 6));
     const std::size_t points = 2 + (signals > 20 ? below(random, 30) : below(random, 2500));
+    if (below(random, 3) == 0) {
+        raw.run_length = 2 + below(random, points);
+    }
     for (std::size_t i = 0; i < signals; ++i) {
         const bool is_short = i > 0 && below(random, 5) == 0;
         const std::size_t held = is_short ? 2 + below(random, points - 1) : points;
         RawSignal signal{"v(n" + std::to_string(i) + ")", "voltage", {}};
         for (std::size_t k = 0; k < held * raw.width(); ++k) {
-            signal.values.push_back(i == 0 ? static_cast<double>(k) * 0.125 : any_value(random));
+            signal.values.push_back(i == 0 ? static_cast<double>(k / raw.width() % raw.run_length) * 0.125
+                                           : any_value(random));
         }
         raw.signals.push_back(signal);
     }
@@ -97,13 +101,15 @@ bool is_kept(double expected, double value, PunchFormat format)
                : bits_of(expected) == bits_of(value);
 }
 
+// Checks the points of a signal that belong to a run.
 void check_signal(const Wform &wave, const RawContents &raw, std::size_t signal, std::size_t part,
-                  PunchFormat format)
+                  std::size_t first, PunchFormat format)
 {
     const std::vector<double> &ys = raw.signals[signal].values;
-    ASSERT_EQ(static_cast<std::size_t>(wave.count), ys.size() / raw.width()) << wave.name;
+    const std::size_t end = std::min(first + std::min(raw.run_length, ys.size()), ys.size() / raw.width());
+    ASSERT_EQ(static_cast<std::size_t>(wave.count), end - first) << wave.name;
     BlockWalk walk(wave);
-    std::size_t number = 0;
+    std::size_t number = first;
     for (PointBlock block = walk.next(); block.count != 0; block = walk.next()) {
         for (std::size_t i = 0; i < block.count; ++i, ++number) {
             const std::size_t place = number * raw.width();
@@ -114,26 +120,33 @@ void check_signal(const Wform &wave, const RawContents &raw, std::size_t signal,
                 << wave.name << ": " << block.val[i] << " for " << y;
         }
     }
-    ASSERT_EQ(number, ys.size() / raw.width());
+    ASSERT_EQ(number, end);
 }
 
 void check_all(const PF &file, const RawContents &raw, PunchFormat format)
 {
     ASSERT_NE(file.rerun, nullptr);
-    ASSERT_EQ(file.rerun->modify->next, nullptr);
-    const Wform *wave = file.rerun->modify->wform;
-    for (std::size_t i = 1; i < raw.signals.size(); ++i) {
-        for (std::size_t part = 0; part < raw.width(); ++part) {
-            ASSERT_NE(wave, nullptr);
-            const std::string number = std::to_string(i);
-            const std::string name =
-                raw.complex ? (part == 0 ? "vr(n" : "vi(n") + number + ")" : "v(n" + number + ")";
-            ASSERT_EQ(wave->name, name);
-            check_signal(*wave, raw, i, part, format);
-            wave = wave->next;
+    const MODIFYform *modify = file.rerun->modify;
+    const std::size_t points = raw.signals[0].values.size() / raw.width();
+    for (std::size_t first = 0; first < points; first += std::min(raw.run_length, points)) {
+        ASSERT_NE(modify, nullptr);
+        const Wform *wave = modify->wform;
+        for (std::size_t i = 1; i < raw.signals.size(); ++i) {
+            for (std::size_t part = 0; part < raw.width(); ++part) {
+                if (raw.signals[i].values.size() / raw.width() <= first) {
+                    continue;
+                }
+                ASSERT_NE(wave, nullptr);
+                const std::string letters = !raw.complex ? "v" : part == 0 ? "vr" : "vi";
+                ASSERT_EQ(wave->name, letters + "(n" + std::to_string(i) + ")");
+                check_signal(*wave, raw, i, part, first, format);
+                wave = wave->next;
+            }
         }
+        EXPECT_EQ(wave, nullptr);
+        modify = modify->next;
     }
-    EXPECT_EQ(wave, nullptr);
+    EXPECT_EQ(modify, nullptr);
 }
 
 class RoundTrip : public testing::TestWithParam<PunchFormat>
