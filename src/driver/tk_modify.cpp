@@ -2,8 +2,8 @@
 #include "driver/tk_modify.h"
 
 #include "compare/missing_lines.h"
-#include "compare/tk_compare.h"
 #include "compare/rerun_modify_lines.h"
+#include "compare/tk_compare.h"
 #include "driver/number_index.h"
 
 namespace
