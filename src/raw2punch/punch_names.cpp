@@ -13,7 +13,7 @@ constexpr char kEndOfFileByte = '\xFF'; // the reader's
 
 bool is_printable(char c)
 {
-    return (c > ' ' || c < '\0') && c != '\x7F' && c != kEndOfFileByte;
+    return static_cast<unsigned char>(c) > ' ' && c != '\x7F' && c != kEndOfFileByte;
 }
 
 bool opens(char c)

@@ -97,6 +97,9 @@ DataPlace place_data(const InputFile &file, const RawPlot &plot, const DataHints
     if (plot.points == 0) {
         throw Fault("plot '" + plot.name + "' has no points: the run was not finished?");
     }
+    if (plot.variables[0].points < plot.points) {
+        throw Fault("the first variable of plot '" + plot.name + "' has fewer points than the plot");
+    }
     if (plot.text && plot.fast_access) {
         throw Fault("plot '" + plot.name + "' has text in fast access form, which does not exist");
     }

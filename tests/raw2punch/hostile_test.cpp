@@ -52,6 +52,7 @@ TEST(Hostile, EndsWithAMessageAndNoFile)
         {RawForm::TEXT, "Values:\n", "", "has no values"},
         {RawForm::TEXT, "voltage", "voltage dims=4", "more points than its plot"},
         {RawForm::TEXT, "voltage", "voltage dims=99999999999,99999999999", "more points than its plot"},
+        {RawForm::TEXT, "time\n", "time dims=1\n", "the first variable"},
         {RawForm::TEXT, "\t5\n", "", "a value is missing"},
         {RawForm::TEXT, "\t5\n", "\t5 6\n", "the numbers of the points do not go on"},
         {RawForm::TEXT, "\t5\n", "\tfive\n", "a value is no number"},
