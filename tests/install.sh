@@ -10,7 +10,7 @@ mkdir -p "$work"
 install=(cmake --install "$build" --component Unspecified --prefix) # a component has a manifest of its own
 "${install[@]}" "$work/first" >/dev/null
 (cd "$work/first" && find . -type f ! -path '*/doc/*' ! -name '*Targets*' | LC_ALL=C sort) |
-    diff "$here/installed_files.txt" -
+    diff <([ -x "$build/raw2punch" ] && cat "$here/installed_files.txt" || grep -v raw2punch "$here/installed_files.txt") -
 ls "$work/first/share/doc/tresk"/{LICENSE,CHANGELOG.md,docs/harness.md,docs/punch-format.md} >/dev/null
 mv "$work/first" "$work/moved"
 [ -z "$(grep -rl "$work/first" "$work/moved")" ]
