@@ -52,4 +52,4 @@ as_user sh -c '(cd build && cpack)'
 in_root "$root/debian" sh -c 'cd "$0" && apt install -y ./build/tresk_*.deb' "$clone"
 as_user tresk samples/nand/golden.pun samples/nand/golden.pun
 as_root apt remove -y tresk
-says_what_to_install libgtest-dev scripts/test.sh
+says_what_to_install "libgtest-dev libcli11-dev" scripts/test.sh
