@@ -30,7 +30,7 @@ for case in "$cases"/*/; do
     cd "$work/case"
     rm -f out.pun stderr
     code=0
-    eval "'$raw2punch' $(cat args)" 2>stderr || code=$?
+    eval "\"\$raw2punch\" $(cat args)" 2>stderr || code=$?
     echo "$code" >./exit
     [ -s stderr ] || rm stderr
     diff -rN "$case" . || fail "case $name differs"
