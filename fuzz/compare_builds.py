@@ -110,7 +110,7 @@ def signal(rng, name, points, shared_x):
         if i % 10 == 9:
             out += b"\n"
     out += END[width] * rng.choice([1, 1, 1, 2]) if rng.random() < 0.95 else b""
-    return out + b"\n"
+    return out + rng.choice([b"\n\n", b"\n\n", b"\n\n", b"\n"])
 
 
 def times(rng, points):

@@ -112,6 +112,7 @@ using FourInts = std::int32_t __attribute__((vector_size(16)));
 using FourFloats = float __attribute__((vector_size(16)));
 constexpr std::size_t kFour = 4;
 constexpr std::size_t kWordBits = 64;
+constexpr std::size_t kManySegments = 8; // at least, or it does not pay
 
 struct Segments {
     double area[kSegments + kFour];
@@ -150,7 +151,10 @@ void cut_segments(const Grid &grid, const PointBlock &block, std::size_t i, std:
     const Four behind = Four{} + last;
     std::size_t k = 0;
     for (; k + kFour <= count; k += kFour) {
-        Four from_x, from_val, to_x, to_val;
+        Four from_x;
+        Four from_val;
+        Four to_x;
+        Four to_val;
         load(from_x, x + k - 1);
         load(from_val, val + k - 1);
         load(to_x, x + k);
@@ -181,7 +185,8 @@ bool find_crossings(Segments &segments, std::size_t count)
         const std::size_t end = std::min(count, first + kWordBits);
         std::uint64_t crossing = 0;
         for (std::size_t k = first; k < end; k += kFour) {
-            FourInts left, right;
+            FourInts left;
+            FourInts right;
             load(left, segments.interval + k);
             load(right, segments.interval + k + 1);
             const FourInts steps = right - left;
@@ -298,8 +303,8 @@ void integrate(const Wform &wform, const Grid &grid)
         while (i < block.count) {
             const std::size_t count = from_before ? std::min(block.count - i, kSegments) : 1;
             bool added = false;
-            if (from_before && curve.left >= 0 && !one_by_one) {
-                do_fast([&] { added = add_segments(grid, block, i, count, curve); });
+            if (count >= kManySegments && curve.left >= 0 && !one_by_one) {
+                do_fast(count, [&] { added = add_segments(grid, block, i, count, curve); });
             }
             const std::size_t end = i + count;
             for (; i < end && !added; ++i) {

@@ -50,7 +50,7 @@ template <typename Rule>
 std::size_t count_sure_passes(const double *ref, const double *cmp, std::size_t count, const Rule &rule)
 {
     std::size_t i = 0;
-    do_fast([&] {
+    do_fast(count, [&] {
         const SureLimits limits = sure_limits();
         for (; i + kSureStep <= count; i += kSureStep) {
             PairMask sure = {-1, -1};

@@ -11,10 +11,12 @@
 #include "support/wide_vectors.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace
 {
 
+constexpr std::size_t kUnknownCount = SIZE_MAX; // of points: as many as there are
 constexpr std::size_t kStoredPoints =
     250; // at most, of a waveform that is decoded at once: saves a read each
 
@@ -148,7 +150,8 @@ template <typename Value, typename Order> bool survey_points(PunchStream &stream
         const std::size_t held = stream_require(stream, kGroupBytes<Value>);
         const char *bytes = stream.window + stream.position;
         std::size_t groups = 0;
-        do_fast([&] { groups = survey_groups<Value, Order>(bytes, held / kGroupBytes<Value>, survey); });
+        do_fast(kUnknownCount,
+                [&] { groups = survey_groups<Value, Order>(bytes, held / kGroupBytes<Value>, survey); });
         if (groups != 0) {
             stream.position += groups * kGroupBytes<Value>;
             continue;
@@ -185,14 +188,14 @@ void decode_columns(const char *bytes, double *x, double *val, std::size_t count
     }
 }
 
-template <typename Use> void with_order(Use use)
+template <typename Use> void with_order(std::size_t count, Use use)
 {
     if (!binary_needs_swap()) {
         use(NativeOrder{});
         return;
     }
 #ifdef __x86_64__
-    if (has_wide_vectors()) {
+    if (goes_wide(count)) {
         use(WideSwappedOrder{});
         return;
     }
@@ -200,10 +203,11 @@ template <typename Use> void with_order(Use use)
     use(SwappedOrder{});
 }
 
-// Calls use with a value of the type that a DataFormat stores, and with the byte order of the run.
-template <typename Use> void with_format(int format, Use use)
+// Calls use with a value of the type that a DataFormat stores, and with the byte order of the run for work on
+// count points.
+template <typename Use> void with_format(int format, std::size_t count, Use use)
 {
-    with_order([&](auto order) { format == BINARY_DBL ? use(double{}, order) : use(float{}, order); });
+    with_order(count, [&](auto order) { format == BINARY_DBL ? use(double{}, order) : use(float{}, order); });
 }
 
 // Decodes a short waveform whose bytes are still at hand.
@@ -228,8 +232,8 @@ std::size_t binary_length(int format, std::size_t count)
 
 void decode_points(int format, const char *bytes, double *x, double *val, std::size_t count)
 {
-    with_format(format, [=](auto value, auto order) {
-        do_fast([=] { decode_columns<decltype(value), decltype(order)>(bytes, x, val, count); });
+    with_format(format, count, [=](auto value, auto order) {
+        do_fast(count, [=] { decode_columns<decltype(value), decltype(order)>(bytes, x, val, count); });
     });
 }
 
@@ -239,7 +243,7 @@ void read_binary_points(PunchStream &stream, Wform &wform)
     const std::int64_t begin = stream_tell(stream);
     Survey survey;
     bool cut_off = false;
-    with_format(wform.format, [&](auto value, auto order) {
+    with_format(wform.format, kUnknownCount, [&](auto value, auto order) {
         cut_off = survey_points<decltype(value), decltype(order)>(stream, survey);
     });
     set_count(wform, survey.points);

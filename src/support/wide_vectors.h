@@ -4,20 +4,30 @@
 #ifndef TRESK_SUPPORT_WIDE_VECTORS_H
 #define TRESK_SUPPORT_WIDE_VECTORS_H
 
+#include <cstddef>
+
 #ifdef __x86_64__
 
 // Whether the processor, and the system for it, has AVX2.
 bool has_wide_vectors();
+
+// Whether work on count values is done with them. Asking the processor takes as long as a small comparison,
+// so nobody asks for a few.
+inline bool goes_wide(std::size_t count)
+{
+    constexpr std::size_t kFew = 64;
+    return count > kFew && has_wide_vectors();
+}
 
 template <typename Work> __attribute__((target("avx2"), flatten, noinline)) void do_wide(const Work &work)
 {
     work();
 }
 
-// Calls work(), all of which should be inlined into it.
-template <typename Work> void do_fast(const Work &work)
+// Calls work(), which is about count values; all of it should be inlined.
+template <typename Work> void do_fast(std::size_t count, const Work &work)
 {
-    if (has_wide_vectors()) {
+    if (goes_wide(count)) {
         do_wide(work);
     } else {
         work();
@@ -26,7 +36,7 @@ template <typename Work> void do_fast(const Work &work)
 
 #else
 
-template <typename Work> void do_fast(const Work &work)
+template <typename Work> void do_fast(std::size_t, const Work &work)
 {
     work();
 }
