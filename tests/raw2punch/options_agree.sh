@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 # Fails when the manual or a completion lists other options than the program, or differs on which of them take an
 # argument. Usage: options_agree.sh SOURCE-FOLDER RAW2PUNCH
+# shellcheck disable=SC2317 # the functions are called by the name in a variable
 cd "$1" || exit 2
 raw2punch=$2
 status=0
