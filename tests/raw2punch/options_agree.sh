@@ -1,7 +1,8 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# Fails when the manual or a completion tells other options than the program, or differs on which of them take an
+# Fails when the manual or a completion lists other options than the program, or differs on which of them take an
 # argument. Usage: options_agree.sh SOURCE-FOLDER RAW2PUNCH
+# shellcheck disable=SC2317 # the functions are called by the name in a variable
 cd "$1" || exit 2
 raw2punch=$2
 status=0
@@ -28,6 +29,6 @@ table=$(program)
 [ "$(wc -l <<<"$table")" -ge 13 ] || { echo "too few options in the help text"; status=1; }
 for source in manual zsh fish bash_words; do
     [ $source != bash_words ] || table=${table// value/}
-    diff <(sort <<<"$table") <($source | sort) || { echo "$source tells other options (>) than raw2punch"; status=1; }
+    diff <(sort <<<"$table") <($source | sort) || { echo "$source lists other options (>) than raw2punch"; status=1; }
 done
 exit $status
