@@ -176,9 +176,10 @@ void decode_columns(const char *bytes, double *x, double *val, std::size_t count
 {
     std::size_t i = 0;
     for (; i + kGroupPoints <= count; i += kGroupPoints) {
-        for (std::size_t k = 0; k < kGroupPoints; k += 2) {
-            decode_two<Order>(bytes + k * kPointBytes<Value>, x + i + k, val + i + k, Value{});
-        }
+        decode_four<Order>(bytes, x + i, val + i, Value{});
+        decode_four<Order>(bytes + 4 * kPointBytes<Value>, x + i + 4, val + i + 4, Value{});
+        decode_two<Order>(bytes + 8 * kPointBytes<Value>, x + i + 8, val + i + 8, Value{});
+        static_assert(kGroupPoints == 4 + 4 + 2);
         bytes += kGroupBytes<Value>;
     }
     for (; i < count; ++i) {

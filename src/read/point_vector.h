@@ -90,4 +90,23 @@ template <typename Order> void decode_two(const char *bytes, double *x, double *
     std::memcpy(val, &vals, sizeof vals);
 }
 
+// The same for four.
+template <typename Order> void decode_four(const char *bytes, double *x, double *val, double)
+{
+    decode_two<Order>(bytes, x, val, double{});
+    decode_two<Order>(bytes + 2 * kVectorBytes, x + 2, val + 2, double{});
+}
+
+template <typename Order> void decode_four(const char *bytes, double *x, double *val, float)
+{
+    using FourDoubles = double __attribute__((vector_size(2 * kVectorBytes)));
+    const FloatVector first = load_points<float, Order>(bytes);
+    const FloatVector second = load_points<float, Order>(bytes + kVectorBytes);
+    const auto xs = __builtin_convertvector(__builtin_shufflevector(first, second, 0, 2, 4, 6), FourDoubles);
+    const auto vals =
+        __builtin_convertvector(__builtin_shufflevector(first, second, 1, 3, 5, 7), FourDoubles);
+    std::memcpy(x, &xs, sizeof xs);
+    std::memcpy(val, &vals, sizeof vals);
+}
+
 #endif
