@@ -62,6 +62,8 @@ std::optional<double> worst_at(const Finding &finding)
 bool has_values(const Finding &finding)
 {
     switch (finding.kind) {
+    case FindingKind::SWEEP:
+        return finding.worst.index >= 0;
     case FindingKind::VALUE:
     case FindingKind::SINGLE_VALUE:
     case FindingKind::SINGLE_TIME:

@@ -17,7 +17,7 @@ std::string units_of(const Finding &finding);
 // x of the worst place: of a point or coefficient its own, of an area the end of its interval.
 std::optional<double> worst_at(const Finding &finding);
 
-// Whether the finding has both values in ref_value and cmp_value.
+// Whether the finding has both values in ref_value and cmp_value; of a sweep those of its worst point.
 bool has_values(const Finding &finding);
 
 // Whether it has what both sides say in ref_text and cmp_text, empty for a side that says nothing.
