@@ -1,15 +1,18 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Runs golden cases through tresk-report, which must print and return what tresk does. Usage:
-# golden.sh <tresk-report> <tresk> <case folder>...
+# golden.sh <tresk-report> <tresk> <folder> <case folder>...; the results of all comparisons go to the folder.
 # What compares nothing is left to tresk, and a death has an exit code of its own.
 set -eu
 REPORT=$(realpath "$1")
 TRESK=$(realpath "$2")
-shift 2
+RESULTS=$3
+shift 3
+rm -rf "$RESULTS" && mkdir -p "$RESULTS"
+RESULTS=$(realpath "$RESULTS")
 WORK=$(mktemp -d)
 trap 'rm -rf "$WORK"' EXIT
-export REPORT TRESK WORK
+export REPORT TRESK RESULTS WORK
 
 cat >"$WORK/tresk" <<'END'
 #!/bin/sh
@@ -22,6 +25,7 @@ if [ $code = 64 ]; then
 fi
 cat "$WORK/stderr" >&2
 cmp "$WORK/stderr" "$WORK/out/transcript.txt" >&2
+cp "$WORK/out/result.json" "$RESULTS/$$.json"
 [ "$(cat "$WORK/stdout")" = "$WORK/out/report.html" ] || [ $code = 0 ] || echo "no path of a page" >&2
 [ $code != 6 ] || code=$(sed -n 's/.*"died":"ended with exit code \([0-9]*\) .*/\1/p' "$WORK/out/result.json")
 exit "$code"
