@@ -19,12 +19,13 @@ namespace report
 constexpr int kNoGrade = 6; // the comparison died before it came to a grade
 
 struct InputFile {
-    std::string path;        // as given on the command line
-    int read_result = 0;     // ReadResult
-    bool was_read = false;   // false: the comparison died before it had read this file
-    int format = 0;          // DataFormat
-    std::int64_t bytes = -1; // size; -1 where it is not known
-    std::string sha256;      // in lower-case hexadecimal; empty where the file cannot be read
+    std::string path;         // as given on the command line
+    int read_result = 0;      // ReadResult
+    bool was_read = false;    // false: the comparison died before it had read this file
+    const PF *file = nullptr; // its records; null where it was not read
+    int format = 0;           // DataFormat
+    std::int64_t bytes = -1;  // size; -1 where it is not known
+    std::string sha256;       // in lower-case hexadecimal; empty where the file cannot be read
     std::array<std::size_t, kAnalysisCount> results = {}; // as FileRead
 };
 
