@@ -6,6 +6,7 @@
 
 #include "report/figure.h"
 
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -31,10 +32,11 @@ struct Axis {
     double place(double value) const;
 };
 
-// The range of values that an axis has to show; values that are no finite numbers are passed over.
+// The range of values that an axis has to show, within -1e300 to 1e300; values that are no finite numbers are
+// passed over.
 struct Range {
-    double low = 1e308;
-    double high = -1e308;
+    double low = std::numeric_limits<double>::infinity();
+    double high = -std::numeric_limits<double>::infinity();
 
     void add(double value);
     bool is_empty() const
@@ -43,7 +45,8 @@ struct Range {
     }
 };
 
-// With room at both ends: 6 % of the range; of a single value v |v| / 10 (of 0, 1); of none 0 to 1.
+// With room at both ends: 6 % of the range; of a single value v |v| / 10 (of 0, 1); of none 0 to 1; of a
+// range below 1e-14 of its largest value, that.
 Range widened(const Range &range);
 
 // Multiples of a round step within low and high: raw = (high - low) / want, p = 10^floor(log10(raw)),
@@ -68,7 +71,8 @@ struct TickLabels {
 
 // Linear ticks share one prefix: e = 3 * floor(log10(largest |tick|) / 3) within -18 to 12, and 0 where
 // the unit takes no prefix and e is from -3 to 3. They have as many decimals as their step needs; where that
-// are more than 6, labels are counted from the first tick. On a log axis each label has its own prefix.
+// are more than 6, labels are counted from the first tick. On a log axis each label is a with_unit() of its
+// own.
 TickLabels label_ticks(const std::vector<double> &ticks, const Unit &unit, Scale scale);
 
 } // namespace report
