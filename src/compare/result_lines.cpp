@@ -141,9 +141,11 @@ unsigned pass_on_sweep(const Wform &ref, const Wform &cmp, int code, const Sweep
         return bits;
     }
     WorstSearch search;
-    analysis_row(code).walk(ref, cmp, [&search](const PT &point, const PT &, const Judged &judged) {
-        search.look_at(point.x, judged);
-    });
+    if (bits != 0) {
+        analysis_row(code).walk(ref, cmp, [&search](const PT &point, const PT &, const Judged &judged) {
+            search.look_at(point.x, judged);
+        });
+    }
     Finding finding = finding_here(FindingKind::SWEEP, code, ref.name, bits);
     finding.signals = {&ref, &cmp};
     finding.judged = {glAbstol, found.max_abs, found.max_rel, search.met_nan ? NOT_A_NUMBER : FAILS};
