@@ -16,7 +16,7 @@
 //   g.panel data-panel="0"
 //     text.name      x 88,  y TOP + 15: the signal
 //     text.unit-y    x 82,  y TOP + 15, end: unit of the labels
-//     text.offset-y  x 944, y TOP + 15, end: "y from 0.7500001 V" where labels are counted from there; always
+//     text.offset-y  x 938, y PT + 14, end: "y from 0.7500001 V" where labels are counted from there; always
 //                    there, else empty
 //     text.worst-label   y TOP + 15, middle: "worst at 1.02 ns"; panels with a worst place only
 //     rect.frame     x 88, y PT = TOP + 22, 856 x PLOT; behind everything
