@@ -17,7 +17,7 @@ constexpr double kNarrowest = 1e-14;   // range of an axis for its values; less 
 constexpr std::size_t kMostTicks = 40; // in case of rounding at the edge of what a double can hold
 constexpr double kSlack = 1e-9;        // of a step, for the tick that rounding puts behind the end
 constexpr double kMostDecades = 10.0;  // with a label each
-constexpr double kMostSignedDecades = 6.0;
+constexpr double kMostSignedDecades = 4.0;
 constexpr int kMostDecimals = 6;
 
 double transformed(double value, const Axis &axis)

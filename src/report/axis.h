@@ -58,7 +58,7 @@ std::vector<double> linear_ticks(double low, double high, int want);
 // fewer than three, also their doubles and fivefolds; if that leaves fewer than three, linear ticks.
 std::vector<double> log_ticks(double low, double high, int want);
 
-// Of a signed-log axis: 0 and both signs of unit * 10^k up to high, every nth k where there are more than 6.
+// Of a signed-log axis: 0 and both signs of unit * 10^k up to high, every nth k where there are more than 4.
 std::vector<double> signed_log_ticks(double high, double unit);
 
 std::vector<double> ticks_of(const Axis &axis, int want);

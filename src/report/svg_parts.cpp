@@ -156,8 +156,9 @@ void open_figure(Drawing &drawing, const Figure &figure, double height)
     drawing.title(figure.title);
     drawing.raw("<defs><pattern id=\"" + figure.id +
                 "-hatch\" width=\"7\" height=\"7\" patternUnits=\"userSpaceOnUse\" "
-                "patternTransform=\"rotate(45)\"><path d=\"M0 0V7\" stroke=\"currentColor\" "
-                "stroke-opacity=\".3\" stroke-width=\"2\"/></pattern></defs>");
+                "patternTransform=\"rotate(45)\"><rect width=\"7\" height=\"7\" fill-opacity=\".06\"/>"
+                "<path d=\"M0 0V7\" stroke=\"currentColor\" stroke-opacity=\".35\" "
+                "stroke-width=\"2\"/></pattern></defs>");
 }
 
 void draw_legend(Drawing &drawing, const Figure &figure, const std::vector<LegendItem> &items)

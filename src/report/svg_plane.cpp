@@ -21,6 +21,7 @@ constexpr double kRight = layout::kLeft + kSide;
 constexpr double kListLeft = 600.0;
 constexpr double kListLine = 15.0;
 constexpr std::size_t kMostListed = 14;
+constexpr const char *kDashes = R"( stroke-dasharray="3 2" stroke-opacity=".75")"; // of what cancels
 constexpr double kShortestArrow = 12.0; // below that the two marks lie on each other
 
 void draw_frame(Drawing &drawing, const PlaneAxes &axes)
@@ -58,6 +59,11 @@ bool is_pole(int kind)
     return kind == POLE || kind == CANCELLED_POLE;
 }
 
+bool is_cancelled(const PlaneRoot &root)
+{
+    return root.kind == CANCELLED_POLE || root.kind == CANCELLED_ZERO;
+}
+
 void draw_mark(Drawing &drawing, const char *cls, const PlaneRoot &root, const Spot &at, double size,
                const char *look)
 {
@@ -72,9 +78,8 @@ void draw_mark(Drawing &drawing, const char *cls, const PlaneRoot &root, const S
                               " " + twice + "m0 -" + twice + "l-" + twice + " " + twice;
     const std::string circle = "M" + coordinate(at.x - size) + " " + y + "a" + d + " " + d + " 0 1 0 " +
                                twice + " 0a" + d + " " + d + " 0 1 0 -" + twice + " 0z";
-    const bool cancelled = root.kind == CANCELLED_POLE || root.kind == CANCELLED_ZERO;
     drawing.path(cls, is_pole(root.kind) ? cross : circle,
-                 std::string(look) + (cancelled ? R"( stroke-dasharray="2 2.5")" : ""));
+                 std::string(look) + (is_cancelled(root) ? kDashes : ""));
 }
 
 void draw_arrow(Drawing &drawing, const Spot &from, const Spot &to)
@@ -231,12 +236,13 @@ void draw_callouts(Drawing &drawing, const Figure &figure, const PlaneAxes &axes
 void draw_plane_legend(Drawing &drawing, const Figure &figure)
 {
     draw_legend(drawing, figure, {{Sample::GOLDEN, "golden"}, {Sample::REGRESSION, "regression"}});
-    const bool cancelled = std::any_of(figure.roots.begin(), figure.roots.end(), [](const PlaneRoot &root) {
-        return root.kind == CANCELLED_POLE || root.kind == CANCELLED_ZERO;
-    });
-    drawing.text("word", 300.0, 14.0, "start",
-                 std::string("× pole   ○ zero") + (cancelled ? "   dashed: cancel each other" : "") +
-                     "   → from golden to regression");
+    const bool cancelled = std::any_of(figure.roots.begin(), figure.roots.end(), is_cancelled);
+    double x = 300.0;
+    for (const char *word :
+         {"× pole", "○ zero", "→ golden to regression", cancelled ? "dashed: cancel each other" : ""}) {
+        drawing.text("word", x, 14.0, "start", word);
+        x += text_width(word) + 24.0;
+    }
 }
 
 } // namespace
