@@ -61,15 +61,12 @@ int common_power(double largest, const Unit &unit)
         return 0;
     }
     const int power = 3 * static_cast<int>(std::floor(std::log10(largest) / 3.0 + kSlack));
-    if (unit.takes_prefix) {
-        return std::clamp(power, -18, 12);
-    }
-    return power >= -3 && power <= 3 ? 0 : power;
+    return !unit.takes_prefix && power >= -3 && power <= 3 ? 0 : power;
 }
 
 std::string scaled_unit(int power, const Unit &unit)
 {
-    if (unit.takes_prefix) {
+    if (unit.takes_prefix && has_prefix(power)) {
         return si_prefix(power) + unit.text;
     }
     const std::string factor = power == 0 ? "" : "10^" + std::to_string(power);

@@ -31,7 +31,9 @@
 //     g.strip        ST = PT + PLOT + 20
 //       rect.frame   x 88, y ST, 856 x STRIP
 //       text.strip-name  x 88, y ST - 5: what the error is
-//       text.strip-top   x 82, y ST + 9, end: the largest finite error in view, with unit ("0" if none)
+//       text.strip-top   x 82, y ST + 9, end: the largest finite error in view; its unit follows where that
+//                    takes a prefix or has at most 3 bytes, else strip-name ends with " (UNIT)"; empty if all
+//                    are 0
 //       text.strip-zero  x 82, y ST + STRIP, end: "0"
 //       path.error-pass, path.error, path.error-nan: errors of points that pass, that fail (or of areas), and
 //                    that are no finite number, which fill the strip
@@ -57,7 +59,7 @@
 // 88 + (i + 0.5) * 856 / n. rect.golden is min(0.7 * 856 / n, 56) wide, rect.regression 0.4 times that, above
 // it, rect.error as wide as the golden bar, in the strip. Bars begin at 0, of a log axis at its low end. The
 // y axis shows 0 and all values, widened at the ends that are not 0; of log_y whole decades around all
-// values. text.tick below, of each mth where labels would be closer than 52 to each other: the frequency.
+// values. text.tick below, of each mth where labels would be closer than 60 to each other: the frequency.
 //
 // PLANE, HEIGHT = 570. Square plot from x 88 to 568 and y 46 to 526, both axes from -m to m, signed-log.
 //   rect.right-half: the shaded half. g.roots: path.golden and path.regression of crosses (poles) and

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <vector>
 
 namespace report
 {
@@ -163,7 +165,7 @@ class Callouts
         const bool inside = spot.x > layout::kLeft + 6.0 && spot.x < kRight - 6.0 && spot.y > kTop + 6.0 &&
                             spot.y < kEnd - 6.0;
         return inside && std::none_of(taken_.begin(), taken_.end(), [&spot](const Spot &other) {
-                   return std::fabs(other.x - spot.x) < 14.0 && std::fabs(other.y - spot.y) < 13.0;
+                   return std::fabs(other.x - spot.x) < 18.0 && std::fabs(other.y - spot.y) < 13.0;
                });
     }
 
@@ -203,32 +205,50 @@ double list_root(Drawing &drawing, const PlaneRoot &root, const std::string &num
     return y + 2.2 * kListLine;
 }
 
+// The roots that do not pass, the one that is furthest off first.
+std::vector<const PlaneRoot *> failing_roots(const Figure &figure)
+{
+    std::vector<const PlaneRoot *> failing;
+    for (const PlaneRoot &root : figure.roots) {
+        if (root.fails) {
+            failing.push_back(&root);
+        }
+    }
+    const auto weight = [](const PlaneRoot *root) {
+        return std::isnan(root->error) ? std::numeric_limits<double>::infinity() : root->error;
+    };
+    std::stable_sort(failing.begin(), failing.end(),
+                     [&weight](const PlaneRoot *a, const PlaneRoot *b) { return weight(a) > weight(b); });
+    return failing;
+}
+
+bool is_finite(const Spot &spot)
+{
+    return std::isfinite(spot.x) && std::isfinite(spot.y);
+}
+
 // Numbers the roots that do not pass, beside their marks and in a list.
 void draw_callouts(Drawing &drawing, const Figure &figure, const PlaneAxes &axes)
 {
+    const auto mark_of = [&axes](const PlaneRoot &root) {
+        const bool moved = root.in_regression && is_finite(axes.regression(root));
+        return moved || !root.in_golden ? axes.regression(root) : axes.golden(root);
+    };
+    const std::vector<const PlaneRoot *> failing = failing_roots(figure);
     Callouts callouts;
     for (const PlaneRoot &root : figure.roots) {
-        callouts.take(root.in_golden ? axes.golden(root) : axes.regression(root));
-        callouts.take(root.in_regression ? axes.regression(root) : axes.golden(root));
+        callouts.take(mark_of(root));
     }
-    std::size_t listed = 0;
-    std::size_t more = 0;
     double y = kTop + 10.0;
     drawing.open("g", "callouts");
-    for (const PlaneRoot &root : figure.roots) {
-        if (!root.fails) {
-            continue;
-        }
-        if (listed == kMostListed) {
-            ++more;
-            continue;
-        }
-        const std::string number = std::to_string(++listed);
-        callouts.draw(drawing, root.in_regression ? axes.regression(root) : axes.golden(root), number);
-        y = list_root(drawing, root, number, y);
+    for (std::size_t i = 0; i < failing.size() && i < kMostListed; ++i) {
+        const std::string number = std::to_string(i + 1);
+        callouts.draw(drawing, mark_of(*failing[i]), number);
+        y = list_root(drawing, *failing[i], number, y);
     }
-    if (more > 0) {
-        drawing.text("change", kListLeft, y, "start", "and " + std::to_string(more) + " more");
+    if (failing.size() > kMostListed) {
+        const std::string more = std::to_string(failing.size() - kMostListed);
+        drawing.text("change", kListLeft, y, "start", "and " + more + " more");
     }
     drawing.close("g");
 }
