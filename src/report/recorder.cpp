@@ -158,7 +158,8 @@ void Recorder::keep(const Finding &finding, const Rank &rank)
         return; // not worth a copy
     }
     Kept kept{rank, finding};
-    kept.finding.areas = {};
+    kept.finding.areas.ref = nullptr;
+    kept.finding.areas.cmp = nullptr;
     keep_worst(kept_, std::move(kept), limits_.findings);
 }
 

@@ -31,7 +31,7 @@ struct InputFile {
 
 // A finding as it is reported. Its records live until the process ends.
 struct Entry {
-    Finding finding;           // its areas are null: see below
+    Finding finding;           // its areas are only counted: see below
     std::string key;           // the same from run to run, and no other finding of the run has it
     std::int64_t sequence = 0; // place in the transcript among all findings, from 0
     // Of a transient pair that fails: golden and regression area of each interval that was compared, of the
