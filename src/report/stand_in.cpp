@@ -1,15 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Until page and figures are there.
-#include "report/figures.h"
+// Until the page is there.
 #include "report/page.h"
 
 namespace report
 {
-
-std::vector<Figure> make_figures(const Result &, int, std::int64_t)
-{
-    return {};
-}
 
 void write_page(std::ostream &out, const Result &, const PageInput &)
 {
