@@ -17,7 +17,7 @@ constexpr double kNarrowest = 1e-14;   // range of an axis for its values; less 
 constexpr std::size_t kMostTicks = 40; // in case of rounding at the edge of what a double can hold
 constexpr double kSlack = 1e-9;        // of a step, for the tick that rounding puts behind the end
 constexpr double kMostDecades = 10.0;  // with a label each
-constexpr double kMostSignedDecades = 6.0;
+constexpr double kMostSignedDecades = 4.0;
 constexpr int kMostDecimals = 6;
 
 double transformed(double value, const Axis &axis)
@@ -61,15 +61,12 @@ int common_power(double largest, const Unit &unit)
         return 0;
     }
     const int power = 3 * static_cast<int>(std::floor(std::log10(largest) / 3.0 + kSlack));
-    if (unit.takes_prefix) {
-        return std::clamp(power, -18, 12);
-    }
-    return power >= -3 && power <= 3 ? 0 : power;
+    return !unit.takes_prefix && power >= -3 && power <= 3 ? 0 : power;
 }
 
 std::string scaled_unit(int power, const Unit &unit)
 {
-    if (unit.takes_prefix) {
+    if (unit.takes_prefix && has_prefix(power)) {
         return si_prefix(power) + unit.text;
     }
     const std::string factor = power == 0 ? "" : "10^" + std::to_string(power);

@@ -58,7 +58,7 @@ std::vector<double> linear_ticks(double low, double high, int want);
 // fewer than three, also their doubles and fivefolds; if that leaves fewer than three, linear ticks.
 std::vector<double> log_ticks(double low, double high, int want);
 
-// Of a signed-log axis: 0 and both signs of unit * 10^k up to high, every nth k where there are more than 6.
+// Of a signed-log axis: 0 and both signs of unit * 10^k up to high, every nth k where there are more than 4.
 std::vector<double> signed_log_ticks(double high, double unit);
 
 std::vector<double> ticks_of(const Axis &axis, int want);
@@ -69,10 +69,10 @@ struct TickLabels {
     std::string offset; // "0.7500001 V" where labels are counted from there; else empty
 };
 
-// Linear ticks share one prefix: e = 3 * floor(log10(largest |tick|) / 3) within -18 to 12, and 0 where
-// the unit takes no prefix and e is from -3 to 3. They have as many decimals as their step needs; where that
-// are more than 6, labels are counted from the first tick. On a log axis each label is a with_unit() of its
-// own.
+// Linear ticks share one power of ten: e = 3 * floor(log10(largest |tick|) / 3 + 1e-9), and 0 where the unit
+// takes no prefix and e is from -3 to 3. It is a prefix, or "10^e" where there is none for it. They have as
+// many decimals as their step needs; where that are more than 6, labels are counted from the first tick. On a
+// log axis each label is a with_unit() of its own.
 TickLabels label_ticks(const std::vector<double> &ticks, const Unit &unit, Scale scale);
 
 } // namespace report

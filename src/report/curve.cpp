@@ -13,10 +13,15 @@ namespace report
 namespace
 {
 
-// Around the worst place, as a part of the view: five of up to 1000 intervals on each side, and its own.
-constexpr double kNearPart = 0.011;
-constexpr std::int64_t kPointsOfColumn = 4;
-constexpr std::int64_t kMostOfColumn = 5; // with one that is no number
+constexpr std::int64_t kMostOfColumn = 5; // first, lowest, highest, last and one that is no number
+constexpr std::int64_t kNearShare = 4;    // columns of the whole view for each one near the worst place
+constexpr std::int64_t kAllNear = std::int64_t{1} << 40U; // so many that no two points share one
+constexpr std::int64_t kMostRead = 100000; // points kept at first, of which the needed ones are chosen
+
+struct Columns {
+    std::int64_t view;
+    std::int64_t near;
+};
 
 // Calls visit(x, y, index) for each point, until it returns false.
 template <typename Visit> void walk_all(const Wform &wform, Visit visit)
@@ -32,53 +37,123 @@ template <typename Visit> void walk_all(const Wform &wform, Visit visit)
     }
 }
 
-// Columns that are narrow near the worst place: as many there as in the whole view.
-std::int64_t column_of(double x, const Detail &detail)
+template <typename Visit> void walk_all(const Curve &curve, Visit visit)
+{
+    for (std::size_t i = 0; i < curve.x.size(); ++i) {
+        if (!visit(curve.x[i], curve.y[i], static_cast<std::int64_t>(i))) {
+            return;
+        }
+    }
+}
+
+bool is_near(double place, const Detail &detail)
+{
+    return place >= detail.near_from && place <= detail.near_to;
+}
+
+// Columns near the worst place have numbers of their own, and so have those behind it: one that the near part
+// divides is two.
+std::int64_t column_of(double x, const Detail &detail, const Columns &columns)
 {
     const double place = detail.view.place(x);
-    const auto columns = static_cast<double>(detail.columns);
-    if (place >= detail.near_from && place <= detail.near_to) {
+    if (is_near(place, detail)) {
         const double part = (place - detail.near_from) / (detail.near_to - detail.near_from);
-        return column_at((2.0 + part) * columns);
+        return column_at(part * static_cast<double>(columns.near)) + 2 * kMostColumns;
     }
-    const std::int64_t column = column_at(place * columns);
-    // One that the near part divides is two.
-    return place > detail.near_to && column != INT64_MIN ? column + 4 * detail.columns : column;
+    const std::int64_t column = column_at(place * static_cast<double>(columns.view));
+    return place > detail.near_to ? column - 2 * kMostColumns : column;
 }
 
-// Cuts by columns of x; false if x goes to and fro so often that too many points would be left.
-bool cut_by_x(const Wform &wform, const Detail &detail, Curve &curve)
+// Cuts by a rule for the column of a point, as long as there are no more points than that.
+template <typename Source, typename Rule> Curve cut(const Source &source, Rule rule, std::int64_t most)
 {
-    const auto most = static_cast<std::size_t>(4 * kMostOfColumn * detail.columns);
-    const auto emit = [&curve](double x, double y) {
+    Curve curve;
+    ColumnReducer reducer([&curve](double x, double y) {
         curve.x.push_back(x);
         curve.y.push_back(y);
-    };
-    ColumnReducer reducer(emit);
-    walk_all(wform, [&](double x, double y, std::int64_t) {
-        reducer.add(column_of(x, detail), x, y);
-        return curve.x.size() <= most;
+    });
+    walk_all(source, [&](double x, double y, std::int64_t index) {
+        reducer.add(rule(x, index), x, y);
+        return static_cast<std::int64_t>(curve.x.size()) <= most;
     });
     reducer.flush();
-    return curve.x.size() <= most;
+    return curve;
 }
 
-// Cuts by runs of points, whose lowest and highest stand for all of them.
-void cut_by_index(const Wform &wform, std::int64_t columns, Curve &curve)
+template <typename Source>
+Curve cut_by_x(const Source &source, const Detail &detail, const Columns &columns, std::int64_t most)
 {
-    const std::int64_t run = wform.count / (2 * columns) + 1;
-    curve.x.clear();
-    curve.y.clear();
-    const auto emit = [&curve](double x, double y) {
+    return cut(
+        source, [&](double x, std::int64_t) { return column_of(x, detail, columns); }, most);
+}
+
+// By runs of points, whose lowest and highest stand for all of them.
+Curve cut_by_index(const Wform &wform, std::int64_t most)
+{
+    const std::int64_t run = kMostOfColumn * wform.count / most + 1;
+    return cut(
+        wform, [run](double, std::int64_t index) { return index / run; }, 2 * most);
+}
+
+std::int64_t size_of(const Curve &curve)
+{
+    return static_cast<std::int64_t>(curve.x.size());
+}
+
+std::int64_t count_near(const Curve &curve, const Detail &detail)
+{
+    return std::count_if(curve.x.begin(), curve.x.end(),
+                         [&detail](double x) { return is_near(detail.view.place(x), detail); });
+}
+
+// Leaves fewer columns until there is room for the points.
+void fit(Curve &curve, const Detail &detail)
+{
+    const bool all_near = count_near(curve, detail) <= detail.most_points / 3;
+    std::int64_t view = kMostColumns;
+    while (size_of(curve) > detail.most_points && view > kFewestColumns) {
+        view = std::max(kFewestColumns, view * 4 / 5);
+        curve = cut_by_x(curve, detail, {view, all_near ? kAllNear : view / kNearShare}, kMostRead);
+    }
+}
+
+Curve read_whole(const Wform &wform)
+{
+    Curve curve;
+    curve.x.reserve(static_cast<std::size_t>(wform.count));
+    curve.y.reserve(static_cast<std::size_t>(wform.count));
+    walk_all(wform, [&curve](double x, double y, std::int64_t) {
         curve.x.push_back(x);
         curve.y.push_back(y);
-    };
-    ColumnReducer reducer(emit);
-    walk_all(wform, [&](double x, double y, std::int64_t index) {
-        reducer.add(index / run, x, y);
         return true;
     });
-    reducer.flush();
+    return curve;
+}
+
+Curve read_cut(const Wform &wform, const Detail &detail)
+{
+    constexpr std::int64_t kFewest = kMostOfColumn * (kFewestColumns + kFewestColumns / kNearShare) * 2;
+    Curve curve = cut_by_x(wform, detail, {kMostColumns, kAllNear}, kMostRead);
+    if (size_of(curve) > kMostRead) {
+        curve = cut_by_x(wform, detail, {kMostColumns, kMostColumns}, kMostRead);
+    }
+    const bool is_complete = size_of(curve) <= kMostRead;
+    if (is_complete) {
+        fit(curve, detail);
+    }
+    const std::int64_t most = std::max(detail.most_points, kFewest);
+    return is_complete && size_of(curve) <= most ? curve : cut_by_index(wform, most / 2);
+}
+
+// Whether no reduction by columns of x helps to draw a line.
+bool goes_to_and_fro(const Curve &curve)
+{
+    constexpr int kMostTurns = 20;
+    int turns = 0;
+    for (std::size_t i = 2; i < curve.x.size() && turns <= kMostTurns; ++i) {
+        turns += (curve.x[i] < curve.x[i - 1]) != (curve.x[i - 1] < curve.x[i - 2]) ? 1 : 0;
+    }
+    return turns > kMostTurns;
 }
 
 } // namespace
@@ -98,30 +173,19 @@ Range x_range(const Wform &wform)
     return range;
 }
 
-std::int64_t expected_points(std::int64_t count, std::int64_t columns)
-{
-    const std::int64_t most = kPointsOfColumn * columns;
-    const auto near = static_cast<std::int64_t>(kNearPart * static_cast<double>(count));
-    return columns == 0 ? count : std::min(count, most + std::min(near, most));
-}
-
 Curve read_curve(const Wform &wform, const Detail &detail)
 {
+    constexpr std::int64_t kEasilyDrawn = 20000;
     Curve curve;
-    curve.points = wform.count;
-    if (detail.columns > 0 && wform.count > kPointsOfColumn * detail.columns) {
-        if (!cut_by_x(wform, detail, curve)) {
-            cut_by_index(wform, detail.columns, curve);
+    if (wform.count <= detail.most_points) {
+        curve = read_whole(wform);
+        if (wform.count > kEasilyDrawn && goes_to_and_fro(curve)) {
+            curve = cut_by_index(wform, kEasilyDrawn);
         }
-        return curve;
+    } else {
+        curve = read_cut(wform, detail);
     }
-    curve.x.reserve(static_cast<std::size_t>(wform.count));
-    curve.y.reserve(static_cast<std::size_t>(wform.count));
-    walk_all(wform, [&curve](double x, double y, std::int64_t) {
-        curve.x.push_back(x);
-        curve.y.push_back(y);
-        return true;
-    });
+    curve.points = wform.count;
     return curve;
 }
 

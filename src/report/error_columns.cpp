@@ -15,6 +15,7 @@ namespace
 {
 
 constexpr auto kColumns = static_cast<std::size_t>(layout::kRight - layout::kLeft);
+constexpr double kPointColumns = 3.0;         // that the bar of a point covers
 using Columns = std::array<double, kColumns>; // heights
 
 struct Span {
@@ -24,8 +25,13 @@ struct Span {
 
 Span span_of(double from, double to, const Axis &x)
 {
-    const double first = std::floor(x.place(from)) - (from == to ? 1.0 : 0.0);
-    const double last = from == to ? first + 2.0 : std::max(first, std::ceil(x.place(to)) - 1.0);
+    const bool is_point = from == to;
+    double first = std::floor(x.place(from));
+    double last = std::max(first, std::ceil(x.place(to)) - 1.0);
+    if (is_point && first >= layout::kLeft && first <= layout::kRight) {
+        first = std::clamp(first - 1.0, layout::kLeft, layout::kRight - kPointColumns);
+        last = first + kPointColumns - 1.0;
+    }
     if (!std::isfinite(first) || !std::isfinite(last) || last < layout::kLeft || first >= layout::kRight) {
         return {};
     }
@@ -33,20 +39,21 @@ Span span_of(double from, double to, const Axis &x)
             static_cast<std::size_t>(std::min(last - layout::kLeft + 1.0, static_cast<double>(kColumns)))};
 }
 
+// One shape for each run of columns that have an error.
 std::string path_of(const Columns &heights, double bottom)
 {
     std::string d;
-    for (std::size_t begin = 0; begin < kColumns;) {
-        std::size_t end = begin + 1;
-        while (end < kColumns && heights[end] == heights[begin]) {
-            ++end;
+    double height = 0.0; // of the column before
+    for (std::size_t i = 0; i <= kColumns; ++i) {
+        const double next = i < kColumns ? heights[i] : 0.0;
+        if (next == height) {
+            continue;
         }
-        if (heights[begin] > 0.0) {
-            d += "M" + coordinate(layout::kLeft + static_cast<double>(begin)) + " " + coordinate(bottom) +
-                 "V" + coordinate(bottom - heights[begin]) + "H" +
-                 coordinate(layout::kLeft + static_cast<double>(end)) + "V" + coordinate(bottom) + "z";
-        }
-        begin = end;
+        const std::string x = coordinate(layout::kLeft + static_cast<double>(i));
+        d += height == 0.0 ? "M" + x + " " + coordinate(bottom) : "H" + x;
+        d += "V" + coordinate(bottom - next);
+        d += next == 0.0 ? "z" : "";
+        height = next;
     }
     return d;
 }

@@ -2,7 +2,6 @@
 #include "report/figure_plan.h"
 
 #include "report/companions.h"
-#include "report/curve.h"
 
 #include <algorithm>
 #include <map>
@@ -16,14 +15,13 @@ namespace report
 namespace
 {
 
-// Bytes on the page: of a point, two numbers of 8 bytes in base64; of a point of a drawn line, two
-// coordinates; of an entry of the error strip, up to three numbers.
+// Bytes on the page, at most: of a point, two numbers of 8 bytes in base64, and two coordinates of the drawn
+// line; of an error of a swept signal; of the errors of a waveform over time, drawn too.
 constexpr double kPointBytes = 16.0 * 4 / 3;
 constexpr double kDrawnBytes = 11.0;
 constexpr double kErrorBytes = 17.0 * 4 / 3;
-constexpr std::int64_t kDrawnPoints = 4 * 1000; // of a line on the page, and of its small figure
-constexpr std::int64_t kMostColumns = 4000;
-constexpr std::int64_t kFewestColumns = 200;
+constexpr double kStripBytes = 12.0 * 4 / 3 * 1000 + 11.0 * 856;
+constexpr double kDrawnPoints = 4000; // of a line on the page, and of its small figure
 constexpr std::size_t kMostPanels = 3;
 
 // One of these is a figure of its own: a block, or a pair of signals, or a family in two modifies.
@@ -170,40 +168,23 @@ class Planner
     std::map<FigureKey, std::size_t> by_key_;
 };
 
-// Bytes of the waveforms of a figure and, where points are judged, of their errors.
-double data_bytes(const FigurePlan &plan, std::int64_t columns)
+// Bytes of a waveform of so many points.
+double curve_bytes(std::int64_t points)
+{
+    const auto count = static_cast<double>(points);
+    return count * kPointBytes + std::min(count, kDrawnPoints) * kDrawnBytes;
+}
+
+double whole_bytes(const FigurePlan &plan)
 {
     double bytes = 0.0;
     for (const PanelPlan &panel : plan.panels) {
         const Both<Wform> &signals = panel.signals;
-        const std::int64_t points =
-            expected_points(signals.ref->count, columns) + expected_points(signals.cmp->count, columns);
-        const std::int64_t judged = std::min(signals.ref->count, signals.cmp->count);
-        const std::int64_t errors = columns == 0 ? judged : std::min(judged, columns);
-        bytes += kPointBytes * static_cast<double>(points) + kErrorBytes * static_cast<double>(errors);
+        const auto judged = static_cast<double>(std::min(signals.ref->count, signals.cmp->count));
+        bytes += curve_bytes(signals.ref->count) + curve_bytes(signals.cmp->count) + judged * kErrorBytes +
+                 kStripBytes;
     }
     return bytes;
-}
-
-double drawn_bytes(const FigurePlan &plan)
-{
-    double bytes = 0.0;
-    for (const PanelPlan &panel : plan.panels) {
-        const std::int64_t points = std::min(panel.signals.ref->count, kDrawnPoints) +
-                                    std::min(panel.signals.cmp->count, kDrawnPoints);
-        bytes += kDrawnBytes * static_cast<double>(points);
-    }
-    return bytes;
-}
-
-// The most columns that fit into so many bytes.
-std::int64_t fitting_columns(const FigurePlan &plan, double bytes)
-{
-    std::int64_t columns = kMostColumns;
-    while (columns > kFewestColumns && data_bytes(plan, columns) > bytes) {
-        columns = std::max(kFewestColumns, columns * 9 / 10);
-    }
-    return columns;
 }
 
 } // namespace
@@ -213,24 +194,43 @@ std::vector<FigurePlan> plan_figures(const Result &result, std::size_t most)
     return Planner(result, most).plan();
 }
 
-void share_budget(std::vector<FigurePlan> &plans, std::int64_t bytes)
+std::int64_t most_points(const FigurePlan &plan)
+{
+    // Both curves of a panel, and errors that take about as much as one.
+    const double curve = (plan.bytes / static_cast<double>(plan.panels.size()) - kStripBytes) / 3.0;
+    const double drawn = kDrawnPoints * kDrawnBytes;
+    const double points = curve_bytes(static_cast<std::int64_t>(kDrawnPoints)) > curve
+                              ? curve / (kPointBytes + kDrawnBytes)
+                              : (curve - drawn) / kPointBytes;
+    return static_cast<std::int64_t>(std::max(points, 0.0));
+}
+
+double used_bytes(const Figure &figure)
+{
+    double bytes = 0.0;
+    for (const Panel &panel : figure.panels) {
+        bytes += curve_bytes(static_cast<std::int64_t>(panel.golden.x.size())) +
+                 curve_bytes(static_cast<std::int64_t>(panel.regression.x.size())) +
+                 static_cast<double>(panel.errors.fails.size()) * kErrorBytes + kStripBytes;
+    }
+    return bytes;
+}
+
+void share_budget(std::vector<FigurePlan> &plans, double bytes)
 {
     std::vector<std::pair<double, FigurePlan *>> by_size;
-    auto left = static_cast<double>(bytes);
     for (FigurePlan &plan : plans) {
         if (plan.kind == FigureKind::WAVES) {
-            by_size.emplace_back(data_bytes(plan, 0), &plan);
-            left -= drawn_bytes(plan);
+            by_size.emplace_back(whole_bytes(plan), &plan);
         }
     }
-    left = std::max(left, static_cast<double>(bytes) / 4.0);
     std::stable_sort(by_size.begin(), by_size.end(),
                      [](const auto &a, const auto &b) { return a.first < b.first; });
     for (std::size_t i = 0; i < by_size.size(); ++i) {
-        const double share = left / static_cast<double>(by_size.size() - i);
         const auto &[whole, plan] = by_size[i];
-        plan->columns = whole <= share ? 0 : fitting_columns(*plan, share);
-        left -= data_bytes(*plan, plan->columns);
+        plan->is_whole = whole <= bytes / static_cast<double>(by_size.size() - i);
+        plan->bytes = plan->is_whole ? whole : bytes / static_cast<double>(by_size.size() - i);
+        bytes -= plan->bytes;
     }
 }
 

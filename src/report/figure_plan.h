@@ -24,16 +24,22 @@ struct FigurePlan {
     std::vector<PanelPlan> panels;     // of WAVES and BARS; magnitude before phase
     Both<PZform> blocks;               // of PLANE
     std::vector<std::size_t> findings; // indices into Result::findings, worst first
-    std::int64_t columns = 0;          // that waveforms are cut to; 0 keeps all points
+    bool is_whole = true;              // whether all points of its waveforms are kept
+    double bytes = 0.0;                // of the page, that it may take
 };
 
 // Plans of the figures, worst first, with whole waveforms.
 std::vector<FigurePlan> plan_figures(const Result &result, std::size_t most);
 
-// Sets to how many columns the waveforms of each figure are cut, so that the data of all figures and
-// their drawings take about so many bytes on a page. Figures that are small stay whole; the others share
-// what is left.
-void share_budget(std::vector<FigurePlan> &plans, std::int64_t bytes);
+// Sets how many bytes of a page each figure may take, so that all of them take about so many. Figures that
+// are small stay whole; the others share what is left.
+void share_budget(std::vector<FigurePlan> &plans, double bytes);
+
+// How many points each curve of a figure, and its errors, may have.
+std::int64_t most_points(const FigurePlan &plan);
+
+// About what a figure takes of the page.
+double used_bytes(const Figure &figure);
 
 } // namespace report
 

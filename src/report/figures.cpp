@@ -52,11 +52,14 @@ Figure build(const Result &result, const FigurePlan &plan)
 std::vector<Figure> make_figures(const Result &result, int most, std::int64_t budget_bytes)
 {
     std::vector<FigurePlan> plans = plan_figures(result, static_cast<std::size_t>(std::max(most, 0)));
-    share_budget(plans, budget_bytes);
+    share_budget(plans, static_cast<double>(budget_bytes));
+    double left = 0.0; // over by figures that did not need their share
     std::vector<Figure> figures;
     figures.reserve(plans.size());
-    for (const FigurePlan &plan : plans) {
+    for (FigurePlan &plan : plans) {
+        plan.bytes += left;
         Figure figure = build(result, plan);
+        left = std::max(0.0, plan.bytes - used_bytes(figure));
         figure.kind = plan.kind;
         figure.id = "f" + std::to_string(figures.size() + 1);
         figure.group = group_of(plan);

@@ -17,7 +17,7 @@ constexpr double kPlotEnd = kPlotTop + 240.0;
 constexpr double kStripTop = kPlotEnd + layout::kGap;
 constexpr double kStripEnd = kStripTop + layout::kStrip;
 constexpr double kWidest = 56.0;
-constexpr double kLabelRoom = 52.0;
+constexpr double kLabelRoom = 60.0;
 
 // Where bar i of n stands.
 struct Slot {
@@ -157,6 +157,11 @@ std::string bars_svg(const Figure &figure)
     draw_y_axis(drawing, axis, figure.panels.front(), layout::kTop, 5);
     draw_values(drawing, figure, axis);
     draw_errors(drawing, figure);
+    if (figure.left_out > 0) {
+        const auto all = figure.left_out + static_cast<std::int64_t>(figure.bars.size());
+        drawing.text("note", layout::kRight, layout::kTop + 15.0, "end",
+                     "the worst " + std::to_string(figure.bars.size()) + " of " + std::to_string(all));
+    }
     drawing.close("g");
     draw_frequencies(drawing, figure);
     drawing.raw("</svg>");

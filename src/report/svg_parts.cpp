@@ -18,7 +18,8 @@ constexpr double kCharacter = 0.56; // of a text's size, on average of sans-seri
 constexpr double kSampleWidth = 26.0;
 constexpr double kLegendLine = 14.0;
 constexpr std::size_t kLongestName = 60;
-constexpr std::size_t kLongestUnit = 12;
+constexpr std::size_t kLongestUnit = 8;
+constexpr std::size_t kShortUnit = 3;
 
 bool starts_character(char byte)
 {
@@ -156,8 +157,9 @@ void open_figure(Drawing &drawing, const Figure &figure, double height)
     drawing.title(figure.title);
     drawing.raw("<defs><pattern id=\"" + figure.id +
                 "-hatch\" width=\"7\" height=\"7\" patternUnits=\"userSpaceOnUse\" "
-                "patternTransform=\"rotate(45)\"><path d=\"M0 0V7\" stroke=\"currentColor\" "
-                "stroke-opacity=\".3\" stroke-width=\"2\"/></pattern></defs>");
+                "patternTransform=\"rotate(45)\"><rect width=\"7\" height=\"7\" fill-opacity=\".06\"/>"
+                "<path d=\"M0 0V7\" stroke=\"currentColor\" stroke-opacity=\".35\" "
+                "stroke-width=\"2\"/></pattern></defs>");
 }
 
 void draw_legend(Drawing &drawing, const Figure &figure, const std::vector<LegendItem> &items)
@@ -217,9 +219,13 @@ void draw_x_axis(Drawing &drawing, const Axis &axis, const Figure &figure, doubl
 
 void draw_strip_frame(Drawing &drawing, const ErrorStrip &errors, double largest, double top)
 {
-    const Unit unit = {shortened(errors.unit.text, kLongestUnit), errors.unit.takes_prefix};
+    // There is no room for a long unit beside a number.
+    const bool is_short = errors.unit.takes_prefix || errors.unit.text.size() <= kShortUnit;
+    const Unit unit = is_short ? errors.unit : Unit{};
+    const std::string label =
+        errors.label + (is_short ? "" : " (" + shortened(errors.unit.text, kLongestName) + ")");
     drawing.rect("frame", layout::kLeft, top, layout::kRight - layout::kLeft, layout::kStrip, look::kFrame);
-    drawing.text("strip-name", layout::kLeft, top - 5.0, "start", errors.label, "fill-opacity=\".8\"");
+    drawing.text("strip-name", layout::kLeft, top - 5.0, "start", label, "fill-opacity=\".8\"");
     drawing.text("strip-top", layout::kLeft - 6.0, top + 9.0, "end",
                  largest > 0.0 ? with_unit(largest, unit, 3) : "");
     drawing.text("strip-zero", layout::kLeft - 6.0, top + layout::kStrip, "end", "0");

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <vector>
 
 namespace report
 {
@@ -21,6 +23,7 @@ constexpr double kRight = layout::kLeft + kSide;
 constexpr double kListLeft = 600.0;
 constexpr double kListLine = 15.0;
 constexpr std::size_t kMostListed = 14;
+constexpr const char *kDashes = R"( stroke-dasharray="3 2" stroke-opacity=".75")"; // of what cancels
 constexpr double kShortestArrow = 12.0; // below that the two marks lie on each other
 
 void draw_frame(Drawing &drawing, const PlaneAxes &axes)
@@ -58,6 +61,11 @@ bool is_pole(int kind)
     return kind == POLE || kind == CANCELLED_POLE;
 }
 
+bool is_cancelled(const PlaneRoot &root)
+{
+    return root.kind == CANCELLED_POLE || root.kind == CANCELLED_ZERO;
+}
+
 void draw_mark(Drawing &drawing, const char *cls, const PlaneRoot &root, const Spot &at, double size,
                const char *look)
 {
@@ -72,9 +80,8 @@ void draw_mark(Drawing &drawing, const char *cls, const PlaneRoot &root, const S
                               " " + twice + "m0 -" + twice + "l-" + twice + " " + twice;
     const std::string circle = "M" + coordinate(at.x - size) + " " + y + "a" + d + " " + d + " 0 1 0 " +
                                twice + " 0a" + d + " " + d + " 0 1 0 -" + twice + " 0z";
-    const bool cancelled = root.kind == CANCELLED_POLE || root.kind == CANCELLED_ZERO;
     drawing.path(cls, is_pole(root.kind) ? cross : circle,
-                 std::string(look) + (cancelled ? R"( stroke-dasharray="2 2.5")" : ""));
+                 std::string(look) + (is_cancelled(root) ? kDashes : ""));
 }
 
 void draw_arrow(Drawing &drawing, const Spot &from, const Spot &to)
@@ -158,7 +165,7 @@ class Callouts
         const bool inside = spot.x > layout::kLeft + 6.0 && spot.x < kRight - 6.0 && spot.y > kTop + 6.0 &&
                             spot.y < kEnd - 6.0;
         return inside && std::none_of(taken_.begin(), taken_.end(), [&spot](const Spot &other) {
-                   return std::fabs(other.x - spot.x) < 14.0 && std::fabs(other.y - spot.y) < 13.0;
+                   return std::fabs(other.x - spot.x) < 18.0 && std::fabs(other.y - spot.y) < 13.0;
                });
     }
 
@@ -198,32 +205,50 @@ double list_root(Drawing &drawing, const PlaneRoot &root, const std::string &num
     return y + 2.2 * kListLine;
 }
 
+// The roots that do not pass, the one that is furthest off first.
+std::vector<const PlaneRoot *> failing_roots(const Figure &figure)
+{
+    std::vector<const PlaneRoot *> failing;
+    for (const PlaneRoot &root : figure.roots) {
+        if (root.fails) {
+            failing.push_back(&root);
+        }
+    }
+    const auto weight = [](const PlaneRoot *root) {
+        return std::isnan(root->error) ? std::numeric_limits<double>::infinity() : root->error;
+    };
+    std::stable_sort(failing.begin(), failing.end(),
+                     [&weight](const PlaneRoot *a, const PlaneRoot *b) { return weight(a) > weight(b); });
+    return failing;
+}
+
+bool is_finite(const Spot &spot)
+{
+    return std::isfinite(spot.x) && std::isfinite(spot.y);
+}
+
 // Numbers the roots that do not pass, beside their marks and in a list.
 void draw_callouts(Drawing &drawing, const Figure &figure, const PlaneAxes &axes)
 {
+    const auto mark_of = [&axes](const PlaneRoot &root) {
+        const bool moved = root.in_regression && is_finite(axes.regression(root));
+        return moved || !root.in_golden ? axes.regression(root) : axes.golden(root);
+    };
+    const std::vector<const PlaneRoot *> failing = failing_roots(figure);
     Callouts callouts;
     for (const PlaneRoot &root : figure.roots) {
-        callouts.take(root.in_golden ? axes.golden(root) : axes.regression(root));
-        callouts.take(root.in_regression ? axes.regression(root) : axes.golden(root));
+        callouts.take(mark_of(root));
     }
-    std::size_t listed = 0;
-    std::size_t more = 0;
     double y = kTop + 10.0;
     drawing.open("g", "callouts");
-    for (const PlaneRoot &root : figure.roots) {
-        if (!root.fails) {
-            continue;
-        }
-        if (listed == kMostListed) {
-            ++more;
-            continue;
-        }
-        const std::string number = std::to_string(++listed);
-        callouts.draw(drawing, root.in_regression ? axes.regression(root) : axes.golden(root), number);
-        y = list_root(drawing, root, number, y);
+    for (std::size_t i = 0; i < failing.size() && i < kMostListed; ++i) {
+        const std::string number = std::to_string(i + 1);
+        callouts.draw(drawing, mark_of(*failing[i]), number);
+        y = list_root(drawing, *failing[i], number, y);
     }
-    if (more > 0) {
-        drawing.text("change", kListLeft, y, "start", "and " + std::to_string(more) + " more");
+    if (failing.size() > kMostListed) {
+        const std::string more = std::to_string(failing.size() - kMostListed);
+        drawing.text("change", kListLeft, y, "start", "and " + more + " more");
     }
     drawing.close("g");
 }
@@ -231,12 +256,13 @@ void draw_callouts(Drawing &drawing, const Figure &figure, const PlaneAxes &axes
 void draw_plane_legend(Drawing &drawing, const Figure &figure)
 {
     draw_legend(drawing, figure, {{Sample::GOLDEN, "golden"}, {Sample::REGRESSION, "regression"}});
-    const bool cancelled = std::any_of(figure.roots.begin(), figure.roots.end(), [](const PlaneRoot &root) {
-        return root.kind == CANCELLED_POLE || root.kind == CANCELLED_ZERO;
-    });
-    drawing.text("word", 300.0, 14.0, "start",
-                 std::string("× pole   ○ zero") + (cancelled ? "   dashed: cancel each other" : "") +
-                     "   → from golden to regression");
+    const bool cancelled = std::any_of(figure.roots.begin(), figure.roots.end(), is_cancelled);
+    double x = 300.0;
+    for (const char *word :
+         {"× pole", "○ zero", "→ golden to regression", cancelled ? "dashed: cancel each other" : ""}) {
+        drawing.text("word", x, 14.0, "start", word);
+        x += text_width(word) + 24.0;
+    }
 }
 
 } // namespace

@@ -38,6 +38,9 @@ void draw_waves(Drawing &drawing, const Figure &figure)
     drawing.path("golden", curve_path(panel.golden, x, y, kEdge, gaps), kGolden);
     drawing.path("regression", curve_path(panel.regression, x, y, kEdge, gaps), kRegression);
     drawing.path("gaps", gaps, look::kGaps);
+    if (!std::isnan(panel.worst_x)) {
+        drawing.path("worst", "M" + coordinate(x.place(panel.worst_x)) + " 1v58", look::kWorst);
+    }
 }
 
 // Dots at the tips of the bars, which are legible where bars would be too narrow.

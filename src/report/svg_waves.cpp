@@ -64,11 +64,11 @@ void draw_unjudged(Drawing &drawing, const Figure &figure, const Panel &panel, c
         const double end = std::clamp(x.place(stretch.to), layout::kLeft, layout::kRight);
         const double begin =
             std::min(std::clamp(x.place(stretch.from), layout::kLeft, layout::kRight), end - kNarrowest);
-        drawing.raw("<rect x=\"" + coordinate(begin) + "\" y=\"" + coordinate(at.plot_top) + "\" width=\"" +
-                    coordinate(end - begin) + "\" height=\"" + coordinate(at.strip_end - at.plot_top) +
-                    "\">");
+        drawing.open("g", "stretch");
         drawing.title("not judged: " + stretch.reason);
-        drawing.raw("</rect>");
+        drawing.rect("hatch", begin, at.plot_top, end - begin, at.plot_end - at.plot_top, "");
+        drawing.rect("hatch", begin, at.strip_top, end - begin, at.strip_end - at.strip_top, "");
+        drawing.close("g");
     }
     drawing.close("g");
 }
@@ -81,7 +81,9 @@ void draw_worst(Drawing &drawing, const Figure &figure, const Panel &panel, cons
     }
     const double place = x.place(panel.worst_x);
     drawing.path("worst",
-                 "M" + coordinate(place) + " " + coordinate(at.plot_top) + "V" + coordinate(at.strip_end),
+                 "M" + coordinate(place) + " " + coordinate(at.plot_top) + "V" + coordinate(at.plot_end) +
+                     "M" + coordinate(place) + " " + coordinate(at.strip_top) + "V" +
+                     coordinate(at.strip_end),
                  look::kWorst);
     const std::string word = "worst at " + with_unit(panel.worst_x, figure.x_unit);
     const double half = text_width(word) / 2.0;

@@ -74,7 +74,7 @@ std::string with_prefix(double value, const std::string &unit, int digits)
     int power = 3 * static_cast<int>(std::floor(std::log10(magnitude) / 3.0));
     // What rounds up to 1000 belongs to the next prefix.
     power += std::round(magnitude / std::pow(10.0, power - digits + 3)) >= std::pow(10.0, digits) ? 3 : 0;
-    if (power < kLowestPower || power > kHighestPower) {
+    if (!has_prefix(power)) {
         return {};
     }
     const double scaled = power < 0 ? value * std::pow(10.0, -power) : value / std::pow(10.0, power);
@@ -103,6 +103,11 @@ const char *si_prefix(int exponent)
 {
     const int place = (std::clamp(exponent, kLowestPower, kHighestPower) - kLowestPower) / 3;
     return kPrefixes[static_cast<std::size_t>(place)];
+}
+
+bool has_prefix(int exponent)
+{
+    return exponent >= kLowestPower && exponent <= kHighestPower;
 }
 
 std::string with_unit(double value, const Unit &unit, int digits)

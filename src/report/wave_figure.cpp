@@ -83,7 +83,7 @@ Unit x_unit(int analysis, const Wform &wform)
 Detail detail_of(const FigurePlan &plan, const Figure &figure, double worst_x)
 {
     Detail detail;
-    detail.columns = plan.columns;
+    detail.most_points = plan.is_whole ? std::numeric_limits<std::int64_t>::max() : most_points(plan);
     detail.view = {figure.x_low, figure.x_high, 0.0, 1.0, figure.log_x ? Scale::LOG : Scale::LINEAR, 1.0};
     const double worst = detail.view.place(worst_x);
     detail.near_from = worst - kNearIntervals / kIntervals; // no place at all of NaN
@@ -110,9 +110,12 @@ ErrorStrip area_errors(const Entry &entry, const Unit &unit)
 class PointErrors
 {
   public:
-    explicit PointErrors(const Detail &detail) : detail_(detail)
+    PointErrors(const Detail &detail, std::int64_t points) : detail_(detail)
     {
-        slots_.resize(static_cast<std::size_t>(detail.columns));
+        if (points > detail.most_points) {
+            slots_.resize(
+                static_cast<std::size_t>(std::clamp(detail.most_points, kFewestColumns, kMostColumns)));
+        }
     }
 
     void add(const PT &point, const Judged &judged)
@@ -122,8 +125,8 @@ class PointErrors
             put(slot);
             return;
         }
-        const auto column = static_cast<double>(detail_.columns) * detail_.view.place(point.x);
-        const double last = static_cast<double>(detail_.columns - 1);
+        const double column = static_cast<double>(slots_.size()) * detail_.view.place(point.x);
+        const double last = static_cast<double>(slots_.size() - 1);
         Slot &worst = slots_[static_cast<std::size_t>(column > 0.0 ? std::min(column, last) : 0.0)];
         if (!worst.used || is_worse(slot, worst)) {
             worst = slot;
@@ -172,7 +175,7 @@ class PointErrors
 ErrorStrip point_errors(const FigurePlan &plan, const Both<Wform> &signals, const Detail &detail,
                         const Unit &unit)
 {
-    PointErrors errors(detail);
+    PointErrors errors(detail, std::min(signals.ref->count, signals.cmp->count));
     if (const SignalWalk walk = analysis_row(plan.analysis).walk) {
         walk(*signals.ref, *signals.cmp,
              [&errors](const PT &ref, const PT &, const Judged &judged) { errors.add(ref, judged); });
