@@ -19,6 +19,12 @@ enum class FigureKind {
     PLANE, // poles and zeros
 };
 
+// What stands behind a number. The text of unknown units is that of the file and is escaped like it.
+struct Unit {
+    std::string text;
+    bool takes_prefix = false; // whether "m", "k" ... may stand before it
+};
+
 // A waveform, whole or cut to what draws the same picture.
 struct Curve {
     std::vector<double> x;
@@ -31,7 +37,9 @@ struct ErrorStrip {
     std::vector<double> from;
     std::vector<double> to;
     std::vector<double> error;
-    std::string label; // what the error is, with its units
+    std::vector<std::uint8_t> fails; // 1 where the point fails; empty for areas, which fail together
+    std::string label;               // what the error is
+    Unit unit;
 };
 
 // A stretch of x that was not judged, and why.
@@ -41,9 +49,10 @@ struct Unjudged {
     std::string reason;
 };
 
+// Of BARS and PLANE the one panel has a name, a unit, a key and no curves.
 struct Panel {
     std::string name; // of the signal
-    std::string units;
+    Unit unit;
     Curve golden;
     Curve regression;
     ErrorStrip errors;
@@ -66,23 +75,29 @@ struct PlaneRoot {
     int position; // from 1
     bool in_golden;
     bool in_regression;
-    double golden_real, golden_imaginary; // in rad/s as printed
+    double golden_real, golden_imaginary; // as printed; 0 where the file lacks the root
     double regression_real, regression_imaginary;
+    double error; // as judged; NaN of a root that passes or that one file lacks
     bool fails;
     bool half_planes_differ;
 };
 
 struct Figure {
     FigureKind kind = FigureKind::WAVES;
-    std::string id;    // "f1", "f2" ...: never made of a name
-    std::string title; // signal, analysis, rerun and modify
-    std::string group; // figures of one group share their x zoom: analysis, rerun and modify
-    std::string x_units;
+    std::string id;     // "f1", "f2" ...: never made of a name
+    std::string title;  // signal, analysis, rerun and modify
+    std::string group;  // figures of one group share their x zoom: analysis, rerun and modify
+    std::string x_name; // "time", "frequency" ...
+    Unit x_unit;
+    double x_low = 0.0; // the whole view; of log_x both are above 0
+    double x_high = 1.0;
     bool log_x = false;
-    bool cut = false; // whether some curve has fewer points than its waveform
+    bool log_y = false; // of BARS: all coefficients are above 0 and far apart
+    bool cut = false;   // whether some curve has fewer points than its waveform
     std::vector<Panel> panels;
     std::vector<Bar> bars;
     std::vector<PlaneRoot> roots;
+    std::int64_t left_out = 0;         // bars or roots beyond the most that are drawn
     std::vector<std::size_t> findings; // indices into Result::findings that it shows, worst first
 };
 

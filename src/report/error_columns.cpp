@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "report/error_columns.h"
+
+#include "report/reduce.h"
+#include "report/svg_parts.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace report
+{
+
+namespace
+{
+
+constexpr auto kColumns = static_cast<std::size_t>(layout::kRight - layout::kLeft);
+using Columns = std::array<double, kColumns>; // heights
+
+struct Span {
+    std::size_t begin = 0;
+    std::size_t end = 0; // behind the last one
+};
+
+Span span_of(double from, double to, const Axis &x)
+{
+    const double first = std::floor(x.place(from)) - (from == to ? 1.0 : 0.0);
+    const double last = from == to ? first + 2.0 : std::max(first, std::ceil(x.place(to)) - 1.0);
+    if (!std::isfinite(first) || !std::isfinite(last) || last < layout::kLeft || first >= layout::kRight) {
+        return {};
+    }
+    return {static_cast<std::size_t>(std::max(first - layout::kLeft, 0.0)),
+            static_cast<std::size_t>(std::min(last - layout::kLeft + 1.0, static_cast<double>(kColumns)))};
+}
+
+std::string path_of(const Columns &heights, double bottom)
+{
+    std::string d;
+    for (std::size_t begin = 0; begin < kColumns;) {
+        std::size_t end = begin + 1;
+        while (end < kColumns && heights[end] == heights[begin]) {
+            ++end;
+        }
+        if (heights[begin] > 0.0) {
+            d += "M" + coordinate(layout::kLeft + static_cast<double>(begin)) + " " + coordinate(bottom) +
+                 "V" + coordinate(bottom - heights[begin]) + "H" +
+                 coordinate(layout::kLeft + static_cast<double>(end)) + "V" + coordinate(bottom) + "z";
+        }
+        begin = end;
+    }
+    return d;
+}
+
+} // namespace
+
+ErrorPaths error_paths(const ErrorStrip &errors, const Axis &x, double top)
+{
+    ErrorPaths paths;
+    for (const double error : errors.error) {
+        paths.largest = std::isfinite(error) ? std::max(paths.largest, error) : paths.largest;
+    }
+    Columns fails = {};
+    Columns passes = {};
+    Columns no_number = {};
+    for (std::size_t i = 0; i < errors.error.size(); ++i) {
+        const double error = errors.error[i];
+        const bool passing = !errors.fails.empty() && errors.fails[i] == 0;
+        Columns &heights = !std::isfinite(error) ? no_number : passing ? passes : fails;
+        double height = layout::kStrip;
+        if (std::isfinite(error)) {
+            height = error > 0.0 ? std::max(1.0, error / paths.largest * layout::kStrip) : 0.0;
+        }
+        const Span span = span_of(errors.from[i], errors.to[i], x);
+        for (std::size_t column = span.begin; column < span.end; ++column) {
+            heights[column] = std::max(heights[column], height);
+        }
+    }
+    const double bottom = top + layout::kStrip;
+    paths.fails = path_of(fails, bottom);
+    paths.passes = path_of(passes, bottom);
+    paths.no_number = path_of(no_number, bottom);
+    return paths;
+}
+
+} // namespace report

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: MIT
+#include "report/recorder.h"
+
+#include "driver/exit_grade.h"
+#include "report/keys.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+#include <utility>
+
+namespace report
+{
+
+namespace
+{
+
+// Passing coefficients and roots that are kept, of the whole run and of one signal or modify: more than a
+// figure can show.
+constexpr std::size_t kMostBeside = 20000;
+
+// Keeps the worst ones of a stream: one is in, and the least bad one goes when there are too many.
+template <typename Item> void keep_worst(std::vector<Item> &heap, Item item, std::size_t most)
+{
+    const auto is_worse = [](const Item &a, const Item &b) {
+        return worse(a.rank, b.rank);
+    };
+    if (heap.size() == most && (most == 0 || worse(heap.front().rank, item.rank))) {
+        return;
+    }
+    heap.push_back(std::move(item));
+    std::push_heap(heap.begin(), heap.end(), is_worse);
+    if (heap.size() > most) {
+        std::pop_heap(heap.begin(), heap.end(), is_worse);
+        heap.pop_back();
+    }
+}
+
+// Numbers the keys that two findings share, in the order of the transcript.
+class KeyNumbers
+{
+  public:
+    std::string numbered(const std::string &key)
+    {
+        const int number = ++met_[key];
+        return number == 1 ? key : numbered(key + "~" + std::to_string(number));
+    }
+
+  private:
+    std::unordered_map<std::string, int> met_;
+};
+
+// Bits that alone would make a worse grade than all of them together do.
+unsigned hidden_bits(unsigned masked, int grade)
+{
+    unsigned hidden = 0;
+    for (unsigned bit = 1; bit != 0 && bit <= masked; bit <<= 1U) {
+        if ((masked & bit) != 0 && exit_grade(static_cast<int>(bit)) > grade) {
+            hidden |= bit;
+        }
+    }
+    return hidden;
+}
+
+bool stands_beside_others(const Finding &finding)
+{
+    return finding.kind == FindingKind::COEFFICIENT || finding.kind == FindingKind::ROOT;
+}
+
+} // namespace
+
+Recorder::Recorder(const RecorderLimits &limits) : limits_(limits)
+{
+}
+
+void Recorder::started(const RunStart &start)
+{
+    Options &options = result_.options;
+    options.abstol = start.abstol;
+    options.reltol = start.reltol;
+    options.mode = start.mode;
+    options.desert = start.desert;
+    options.pem = start.pem;
+    options.nem = start.nem;
+    report_progress();
+}
+
+void Recorder::file_read(const FileRead &read)
+{
+    InputFile &file = read.side == Side::REFERENCE ? result_.golden : result_.regression;
+    file.was_read = true;
+    file.file = read.file;
+    file.read_result = read.result;
+    file.format = read.file->format;
+    file.results = read.results;
+    report_progress();
+}
+
+void Recorder::rerun_pair(const RERUNform &, const RERUNform &)
+{
+}
+
+void Recorder::modify_pair(int, const MODIFYform &, const MODIFYform &)
+{
+    close_beside();
+}
+
+void Recorder::finding(const Finding &finding)
+{
+    const Rank rank = rank_of(finding, sequence_++);
+    count(finding);
+    keep(finding, rank);
+    if (finding.areas.count > 0) {
+        keep_areas(finding.areas, rank);
+    }
+    keep_beside(finding, true);
+}
+
+void Recorder::passed(const Finding &finding)
+{
+    ++result_.counts.pairs;
+    keep_beside(finding, false);
+}
+
+void Recorder::ended(const RunEnd &end)
+{
+    close_beside();
+    result_.grade = end.grade;
+    result_.status = end.status;
+    result_.masked = static_cast<unsigned>(end.masked);
+    result_.hidden = hidden_bits(result_.masked, end.grade);
+    report_progress();
+}
+
+void Recorder::count(const Finding &finding)
+{
+    Counts &counts = result_.counts;
+    switch (group_of(finding)) {
+    case FindingGroup::FAILING:
+        ++counts.pairs;
+        ++counts.failing;
+        break;
+    case FindingGroup::MISSING:
+        ++counts.missing;
+        break;
+    case FindingGroup::DIFFERENCE:
+        ++counts.differences;
+        break;
+    case FindingGroup::UNJUDGED:
+        ++counts.unjudged;
+        break;
+    }
+}
+
+void Recorder::keep(const Finding &finding, const Rank &rank)
+{
+    if (kept_.size() == limits_.findings && (kept_.empty() || worse(kept_.front().rank, rank))) {
+        return; // not worth a copy
+    }
+    Kept kept{rank, finding};
+    kept.finding.areas.ref = nullptr;
+    kept.finding.areas.cmp = nullptr;
+    keep_worst(kept_, std::move(kept), limits_.findings);
+}
+
+void Recorder::keep_areas(const Areas &areas, const Rank &rank)
+{
+    if (areas_.size() == limits_.figures && (areas_.empty() || worse(areas_.front().rank, rank))) {
+        return;
+    }
+    const auto copy = [&areas](const double *from) {
+        return std::vector<double>(from, from + areas.count);
+    };
+    keep_worst(areas_, {rank, copy(areas.ref), copy(areas.cmp), areas.dx}, limits_.figures);
+}
+
+void Recorder::keep_beside(const Finding &finding, bool fails)
+{
+    if (!stands_beside_others(finding)) {
+        return;
+    }
+    if (!beside_.empty() &&
+        (beside_.back().kind != finding.kind || beside_.back().signals.ref != finding.signals.ref)) {
+        close_beside();
+    }
+    beside_fails_ = beside_fails_ || fails;
+    if (beside_.size() < kMostBeside) {
+        beside_.push_back(finding);
+    }
+}
+
+void Recorder::close_beside()
+{
+    std::vector<Finding> &all = result_.passing_beside;
+    for (Finding &finding : beside_) {
+        if (beside_fails_ && finding.bits == 0 && all.size() < kMostBeside) {
+            all.push_back(std::move(finding));
+        }
+    }
+    beside_.clear();
+    beside_fails_ = false;
+}
+
+void Recorder::report_progress()
+{
+    if (on_progress) {
+        on_progress(result_);
+    }
+}
+
+Result Recorder::take_result()
+{
+    result_.truncated = sequence_ - static_cast<std::int64_t>(kept_.size());
+    fill_entries();
+    fill_areas();
+    return std::move(result_);
+}
+
+void Recorder::fill_entries()
+{
+    std::sort(kept_.begin(), kept_.end(),
+              [](const Kept &a, const Kept &b) { return a.rank.sequence < b.rank.sequence; });
+    std::vector<std::string> keys;
+    KeyNumbers numbers;
+    for (const Kept &kept : kept_) {
+        keys.push_back(numbers.numbered(key_of(kept.finding)));
+    }
+    std::vector<std::size_t> order(kept_.size());
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        order[i] = i;
+    }
+    std::sort(order.begin(), order.end(),
+              [this](std::size_t a, std::size_t b) { return worse(kept_[a].rank, kept_[b].rank); });
+    for (const std::size_t i : order) {
+        Entry entry;
+        entry.sequence = kept_[i].rank.sequence;
+        entry.finding = std::move(kept_[i].finding);
+        entry.key = std::move(keys[i]);
+        result_.findings.push_back(std::move(entry));
+    }
+    kept_.clear();
+}
+
+void Recorder::fill_areas()
+{
+    std::unordered_map<std::int64_t, KeptAreas *> by_sequence;
+    for (KeptAreas &areas : areas_) {
+        by_sequence[areas.rank.sequence] = &areas;
+    }
+    for (Entry &entry : result_.findings) {
+        const auto found = by_sequence.find(entry.sequence);
+        if (found != by_sequence.end()) {
+            entry.golden_areas = std::move(found->second->golden);
+            entry.regression_areas = std::move(found->second->regression);
+            entry.interval = found->second->interval;
+        }
+    }
+}
+
+} // namespace report
