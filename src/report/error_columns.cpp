@@ -24,8 +24,9 @@ struct Span {
 
 Span span_of(double from, double to, const Axis &x)
 {
-    const double first = std::floor(x.place(from)) - (from == to ? 1.0 : 0.0);
-    const double last = from == to ? first + 2.0 : std::max(first, std::ceil(x.place(to)) - 1.0);
+    const double first = std::floor(x.place(from) + kColumnEdge) - (from == to ? 1.0 : 0.0);
+    const double last =
+        from == to ? first + 2.0 : std::max(first, std::ceil(x.place(to) - kColumnEdge) - 1.0);
     if (!std::isfinite(first) || !std::isfinite(last) || last < layout::kLeft || first >= layout::kRight) {
         return {};
     }
