@@ -126,7 +126,7 @@ class PointErrors
             return;
         }
         const double column = static_cast<double>(slots_.size()) * detail_.view.place(point.x);
-        const double last = static_cast<double>(slots_.size() - 1);
+        const auto last = static_cast<double>(slots_.size() - 1);
         Slot &worst = slots_[static_cast<std::size_t>(column > 0.0 ? std::min(column, last) : 0.0)];
         if (!worst.used || is_worse(slot, worst)) {
             worst = slot;
