@@ -1,6 +1,10 @@
 # SPDX-License-Identifier: MIT
-# Writes the file FROM as a C++ text NAME of report/embedded.h to the file TO.
-file(READ ${FROM} text)
+# Writes the files FROM, one behind the other, as a C++ text NAME of report/embedded.h to the file TO.
+set(text)
+foreach(file IN LISTS FROM)
+    file(READ ${file} part)
+    string(APPEND text "${part}")
+endforeach()
 set(mark embedded)
 string(FIND "${text}" ")${mark}\"" at)
 if(NOT at EQUAL -1)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// SHA-256 of a file, a piece at a time, so that its reader can do other things in between.
+// SHA-256 of a file, a piece at a time.
 #ifndef TRESK_REPORT_DIGEST_H
 #define TRESK_REPORT_DIGEST_H
 

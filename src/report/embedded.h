@@ -9,6 +9,8 @@ namespace report
 {
 
 extern const std::string_view kResultSchema; // of result.json
+extern const std::string_view kPageStyle;    // web/report.css
+extern const std::string_view kPageScript;   // the scripts of web/
 
 } // namespace report
 

@@ -71,10 +71,10 @@ Result result_of_progress(const Handover &handover)
 
 void take_digests(const Handover &handover, Result &result)
 {
-    result.golden.sha256 = handover.sha256[0];
-    result.regression.sha256 = handover.sha256[1];
-    result.golden.bytes = handover.bytes[0];
-    result.regression.bytes = handover.bytes[1];
+    result.golden.sha256 = handover.digests[0].sha256;
+    result.golden.bytes = handover.digests[0].bytes;
+    result.regression.sha256 = handover.digests[1].sha256;
+    result.regression.bytes = handover.digests[1].bytes;
 }
 
 } // namespace report

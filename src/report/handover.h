@@ -34,9 +34,12 @@ struct Handover {
     char fault[1024]; // why not
 
     // From the parent, when the transcript has ended.
+    struct Digest {
+        char sha256[65];
+        std::int64_t bytes; // as InputFile
+    };
+    Digest digests[2];        // golden, regression
     bool transcript_is_whole; // and in its file
-    char sha256[2][65];
-    std::int64_t bytes[2];
 };
 
 // Memory of that kind, zero-filled.

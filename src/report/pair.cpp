@@ -4,6 +4,7 @@
 #include "driver/exit_grade.h"
 #include "driver/tk_main.h"
 #include "report/comparison.h"
+#include "report/digest_job.h"
 #include "report/handover.h"
 #include "report/output_folder.h"
 #include "report/relay.h"
@@ -102,6 +103,7 @@ class PairRun
     void open_folder();
     void start_comparison();
     void relay_transcript();
+    int transcript_file();
     void wait_for_end();
     void write_what_is_left();
     void finish_report();
@@ -146,36 +148,30 @@ void PairRun::start_comparison()
 
 void PairRun::relay_transcript()
 {
-    FileDigest golden(options_.arguments.golden);
-    FileDigest regression(options_.arguments.regression);
-    Relay relay;
-    relay.from = transcript_.read_end;
-    relay.is_quiet = options_.quiet;
-    relay.digests[0] = &golden;
-    relay.digests[1] = &regression;
-    if (folder_) {
-        try {
-            relay.to_file = folder_->create(kTranscriptFile);
-        } catch (const WriteFault &fault) {
-            fault_ = fault.what();
-        }
-    }
+    DigestJob golden(options_.arguments.golden, handover_->digests[0]);
+    DigestJob regression(options_.arguments.regression, handover_->digests[1]);
+    Relay relay(transcript_.read_end, transcript_file(), options_.quiet);
     relay.run();
-    if (relay.to_file >= 0 && close(relay.to_file) != 0 && relay.is_whole) { // a full network disk
-        relay.is_whole = false;
-        relay.file_error = errno;
-    }
-    if (relay.file_error != 0) {
+    if (relay.file_error() != 0) {
         fault_ = "cannot write " + terminal_line(folder_->path_of(kTranscriptFile)) + ": " +
-                 std::strerror(relay.file_error);
+                 std::strerror(relay.file_error());
     }
-    copy_text(handover_->sha256[0], golden.sha256());
-    copy_text(handover_->sha256[1], regression.sha256());
-    handover_->bytes[0] = golden.size();
-    handover_->bytes[1] = regression.size();
-    handover_->transcript_is_whole = relay.is_whole;
+    golden.wait();
+    regression.wait();
+    handover_->transcript_is_whole = relay.is_whole();
     const ssize_t sent = write(go_.write_end, "g", 1); // fails when the child has died
     static_cast<void>(sent);
+}
+
+// Returns its descriptor, or -1.
+int PairRun::transcript_file()
+{
+    try {
+        return folder_ ? folder_->create(kTranscriptFile) : -1;
+    } catch (const WriteFault &fault) {
+        fault_ = fault.what();
+        return -1;
+    }
 }
 
 void PairRun::wait_for_end()

@@ -19,21 +19,29 @@ namespace
 // figure can show.
 constexpr std::size_t kMostBeside = 20000;
 
-// Keeps the worst ones of a stream: one is in, and the least bad one goes when there are too many.
-template <typename Item> void keep_worst(std::vector<Item> &heap, Item item, std::size_t most)
+const auto is_worse = [](const auto &a, const auto &b) {
+    return worse(a.rank, b.rank);
+};
+
+// Whether the worst ones of a stream have room for one more, or a less bad one to give up for it.
+template <typename Item> bool is_wanted(const std::vector<Item> &heap, const Rank &rank, std::size_t most)
 {
-    const auto is_worse = [](const Item &a, const Item &b) {
-        return worse(a.rank, b.rank);
-    };
-    if (heap.size() == most && (most == 0 || worse(heap.front().rank, item.rank))) {
-        return;
-    }
-    heap.push_back(std::move(item));
-    std::push_heap(heap.begin(), heap.end(), is_worse);
-    if (heap.size() > most) {
+    return heap.size() < most || (most > 0 && worse(rank, heap.front().rank));
+}
+
+// Takes the least bad one out where there is no room for one more.
+template <typename Item> void make_room(std::vector<Item> &heap, std::size_t most)
+{
+    if (heap.size() == most) {
         std::pop_heap(heap.begin(), heap.end(), is_worse);
         heap.pop_back();
     }
+}
+
+template <typename Item> void put_in(std::vector<Item> &heap, Item item)
+{
+    heap.push_back(std::move(item));
+    std::push_heap(heap.begin(), heap.end(), is_worse);
 }
 
 // Numbers the keys that two findings share, in the order of the transcript.
@@ -154,24 +162,34 @@ void Recorder::count(const Finding &finding)
 
 void Recorder::keep(const Finding &finding, const Rank &rank)
 {
-    if (kept_.size() == limits_.findings && (kept_.empty() || worse(kept_.front().rank, rank))) {
-        return; // not worth a copy
+    if (!is_wanted(kept_, rank, limits_.findings)) {
+        return;
     }
-    Kept kept{rank, finding};
-    kept.finding.areas.ref = nullptr;
-    kept.finding.areas.cmp = nullptr;
-    keep_worst(kept_, std::move(kept), limits_.findings);
+    std::vector<Entry> &entries = result_.findings;
+    const bool is_full = kept_.size() == limits_.findings;
+    const std::size_t slot = is_full ? kept_.front().slot : entries.size();
+    make_room(kept_, limits_.findings);
+    if (!is_full) {
+        entries.emplace_back();
+    }
+    Entry &entry = entries[slot];
+    entry.finding = finding;
+    entry.finding.areas.ref = nullptr;
+    entry.finding.areas.cmp = nullptr;
+    entry.sequence = rank.sequence;
+    put_in(kept_, {rank, slot});
 }
 
 void Recorder::keep_areas(const Areas &areas, const Rank &rank)
 {
-    if (areas_.size() == limits_.figures && (areas_.empty() || worse(areas_.front().rank, rank))) {
+    if (!is_wanted(areas_, rank, limits_.figures)) {
         return;
     }
     const auto copy = [&areas](const double *from) {
         return std::vector<double>(from, from + areas.count);
     };
-    keep_worst(areas_, {rank, copy(areas.ref), copy(areas.cmp), areas.dx}, limits_.figures);
+    make_room(areas_, limits_.figures);
+    put_in(areas_, {rank, copy(areas.ref), copy(areas.cmp), areas.dx});
 }
 
 void Recorder::keep_beside(const Finding &finding, bool fails)
@@ -211,32 +229,34 @@ void Recorder::report_progress()
 Result Recorder::take_result()
 {
     result_.truncated = sequence_ - static_cast<std::int64_t>(kept_.size());
-    fill_entries();
+    number_keys();
+    sort_entries();
     fill_areas();
     return std::move(result_);
 }
 
-void Recorder::fill_entries()
+void Recorder::number_keys()
 {
     std::sort(kept_.begin(), kept_.end(),
               [](const Kept &a, const Kept &b) { return a.rank.sequence < b.rank.sequence; });
-    std::vector<std::string> keys;
     KeyNumbers numbers;
     for (const Kept &kept : kept_) {
-        keys.push_back(numbers.numbered(key_of(kept.finding)));
+        Entry &entry = result_.findings[kept.slot];
+        entry.key = numbers.numbered(key_of(entry.finding));
     }
-    std::vector<std::size_t> order(kept_.size());
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        order[i] = i;
-    }
-    std::sort(order.begin(), order.end(),
-              [this](std::size_t a, std::size_t b) { return worse(kept_[a].rank, kept_[b].rank); });
-    for (const std::size_t i : order) {
-        Entry entry;
-        entry.sequence = kept_[i].rank.sequence;
-        entry.finding = std::move(kept_[i].finding);
-        entry.key = std::move(keys[i]);
-        result_.findings.push_back(std::move(entry));
+}
+
+// Puts each finding where its rank belongs, without room for a second set of them.
+void Recorder::sort_entries()
+{
+    std::sort(kept_.begin(), kept_.end(), is_worse);
+    for (std::size_t start = 0; start < kept_.size(); ++start) {
+        std::size_t place = start;
+        while (kept_[place].slot != start) { // along a cycle of findings that stand in each other's places
+            std::swap(result_.findings[place], result_.findings[kept_[place].slot]);
+            place = std::exchange(kept_[place].slot, place);
+        }
+        kept_[place].slot = place;
     }
     kept_.clear();
 }

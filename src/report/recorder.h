@@ -41,9 +41,10 @@ class Recorder : public Listener
     Result take_result();
 
   private:
+    // A finding of result_.findings, which are in no order until the end.
     struct Kept {
         Rank rank;
-        Finding finding;
+        std::size_t slot;
     };
     struct KeptAreas {
         Rank rank;
@@ -57,7 +58,8 @@ class Recorder : public Listener
     void keep_areas(const Areas &areas, const Rank &rank);
     void keep_beside(const Finding &finding, bool fails);
     void close_beside();
-    void fill_entries();
+    void number_keys();
+    void sort_entries();
     void fill_areas();
     void report_progress();
 

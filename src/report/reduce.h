@@ -91,10 +91,14 @@ template <typename Emit> class ColumnReducer
     std::int64_t order_ = 0;
 };
 
+// A part of a column that its left edge gives away: what stands just at an edge, but for rounding or for
+// numbers of four bytes in the page's data, is in the same column wherever it is computed.
+constexpr double kColumnEdge = 1.0 / 1024.0;
+
 // The number of the column that a place falls into; INT64_MIN of a place that is no finite number.
 inline std::int64_t column_at(double place)
 {
-    return std::fabs(place) < 1e15 ? static_cast<std::int64_t>(std::floor(place)) : INT64_MIN;
+    return std::fabs(place) < 1e15 ? static_cast<std::int64_t>(std::floor(place + kColumnEdge)) : INT64_MIN;
 }
 
 } // namespace report

@@ -4,62 +4,54 @@
 #include "support/transcript.h"
 
 #include <cerrno>
-#include <cstddef>
-#include <poll.h>
 #include <unistd.h>
 
 namespace report
 {
 
+Relay::Relay(int from, int to_file, bool is_quiet)
+    : from_(from), to_file_(to_file), is_quiet_(is_quiet), is_whole_(to_file >= 0)
+{
+}
+
 void Relay::run()
 {
-    is_whole = to_file >= 0;
-    bool is_digesting = true;
-    for (bool goes_on = true; goes_on;) {
-        pollfd ready{from, POLLIN, 0};
-        if (poll(&ready, 1, is_digesting ? 0 : -1) > 0) {
-            goes_on = take_piece();
-        } else if (is_digesting) {
-            is_digesting = step_digests();
+    char piece[std::size_t{64} << 10];
+    for (;;) {
+        const ssize_t got = read(from_, piece, sizeof piece);
+        if (got > 0) {
+            write_piece(piece, static_cast<std::size_t>(got));
+        } else if (got == 0 || errno != EINTR) {
+            break;
         }
     }
-    while (step_digests()) {
-    }
-}
-
-bool Relay::step_digests()
-{
-    return digests[0]->step() || digests[1]->step();
-}
-
-// False at the end of the transcript.
-bool Relay::take_piece()
-{
-    char piece[std::size_t{64} << 10];
-    const ssize_t got = read(from, piece, sizeof piece);
-    if (got <= 0) {
-        return got < 0 && errno == EINTR;
-    }
-    const auto size = static_cast<std::size_t>(got);
-    if (!is_quiet) {
-        transcript_puts({piece, size});
-        transcript_flush();
-    }
-    write_piece(piece, size);
-    return true;
+    close_file();
 }
 
 void Relay::write_piece(const char *piece, std::size_t size)
 {
-    while (is_whole && size > 0) {
-        const ssize_t done = write(to_file, piece, size);
+    if (!is_quiet_) {
+        transcript_puts({piece, size});
+        transcript_flush();
+    }
+    while (is_whole_ && size > 0) {
+        const ssize_t done = write(to_file_, piece, size);
         if (done > 0) {
             piece += done;
             size -= static_cast<std::size_t>(done);
         } else if (errno != EINTR) {
-            file_error = errno;
-            is_whole = false;
+            file_error_ = errno;
+            is_whole_ = false;
         }
+    }
+}
+
+// A disk of another machine may be found full only now.
+void Relay::close_file()
+{
+    if (to_file_ >= 0 && close(to_file_) != 0 && is_whole_) {
+        file_error_ = errno;
+        is_whole_ = false;
     }
 }
 

@@ -1,32 +1,41 @@
 // SPDX-License-Identifier: MIT
-// Takes the transcript of a comparison as it comes, and digests the files meanwhile.
+// Takes the transcript of a comparison as it comes.
 #ifndef TRESK_REPORT_RELAY_H
 #define TRESK_REPORT_RELAY_H
 
-#include "report/digest.h"
-
-#include <string>
+#include <cstddef>
 
 namespace report
 {
 
-struct Relay {
-    int from = -1;        // pipe from the comparison
-    int to_file = -1;     // the file of the transcript; -1: there is none
-    bool is_quiet = true; // not on standard error
-    FileDigest *digests[2] = {};
+class Relay
+{
+  public:
+    // From a pipe to a file, -1 where there is none, and to standard error unless it is quiet.
+    Relay(int from, int to_file, bool is_quiet);
 
-    // Returns when the transcript has ended and the digests are done. On return, whether all of the
-    // transcript is in its file, or the error number why not.
-    bool is_whole = false;
-    int file_error = 0;
-
+    // Returns when the transcript has ended.
     void run();
 
+    // Whether all of it is in the file, and if not, the error number why; 0 where there is none.
+    bool is_whole() const
+    {
+        return is_whole_;
+    }
+    int file_error() const
+    {
+        return file_error_;
+    }
+
   private:
-    bool step_digests();
-    bool take_piece();
     void write_piece(const char *piece, std::size_t size);
+    void close_file();
+
+    int from_;
+    int to_file_;
+    bool is_quiet_;
+    bool is_whole_;
+    int file_error_ = 0;
 };
 
 } // namespace report

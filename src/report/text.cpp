@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "report/text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -120,6 +121,11 @@ char digit(unsigned value)
     return "0123456789abcdef"[value & 0xFU];
 }
 
+bool is_plain_in_json(char c)
+{
+    return c >= ' ' && c <= '~' && c != '"' && c != '\\';
+}
+
 bool is_plain_in_url(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
@@ -150,6 +156,11 @@ std::string html_lines(std::string_view bytes)
 
 std::string json_text(std::string_view bytes)
 {
+    if (std::all_of(bytes.begin(), bytes.end(), is_plain_in_json)) { // nearly all there is
+        std::string text = "\"";
+        text += bytes;
+        return text + '"';
+    }
     return nlohmann::json(clean_text(bytes)).dump();
 }
 

@@ -16,7 +16,7 @@ export REPORT TRESK RESULTS WORK
 
 cat >"$WORK/tresk" <<'END'
 #!/bin/sh
-"$REPORT" pair --out "$WORK/out" "$@" >"$WORK/stdout" 2>"$WORK/stderr"
+"$REPORT" pair --findings 500 --out "$WORK/out" "$@" >"$WORK/stdout" 2>"$WORK/stderr"
 code=$?
 if [ $code = 64 ]; then
     grep -q 'a file too many' "$WORK/stderr" || ! "$TRESK" "$@" 2>&1 </dev/null | grep -q '^Reading comp' ||
