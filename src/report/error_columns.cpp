@@ -26,8 +26,8 @@ struct Span {
 Span span_of(double from, double to, const Axis &x)
 {
     const bool is_point = from == to;
-    double first = std::floor(x.place(from));
-    double last = std::max(first, std::ceil(x.place(to)) - 1.0);
+    double first = std::floor(x.place(from) + kColumnEdge);
+    double last = std::max(first, std::ceil(x.place(to) - kColumnEdge) - 1.0);
     if (is_point && first >= layout::kLeft && first <= layout::kRight) {
         first = std::clamp(first - 1.0, layout::kLeft, layout::kRight - kPointColumns);
         last = first + kPointColumns - 1.0;
