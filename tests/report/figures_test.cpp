@@ -2,10 +2,10 @@
 #include "../listening.h"
 #include "../test_support.h"
 #include "report/axis.h"
-#include "report/column.h"
 #include "report/curve.h"
 #include "report/figure_data.h"
 #include "report/figures.h"
+#include "report/packed_column.h"
 #include "report/recorder.h"
 #include "report/reduce.h"
 #include "report/svg.h"
@@ -43,10 +43,10 @@ TEST(Axis, HasLegibleTicks)
     }
 }
 
-TEST(Column, IsNarrowWhereThatIsExactEnough)
+TEST(PackedColumn, IsNarrowWhereThatIsExactEnough)
 {
     const auto text = [](const std::vector<double> &values, double tolerance) {
-        const Column column = column_of(values, tolerance);
+        const PackedColumn column = packed(values, tolerance);
         return column.type + " "s + column.data;
     };
     EXPECT_EQ(text({}, 0), "f4 ");
