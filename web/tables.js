@@ -46,7 +46,7 @@ class Filter {
     const label = html('label', {for: 'filter'}, 'Filter names, analyses, markers (key /) ');
     const bar = html('p', {class: 'filter'});
     bar.append(label, this.input, this.status);
-    main.prepend(bar);
+    if (this.items.length !== 0) main.prepend(bar);
     this.input.addEventListener('input', () => this.apply());
     this.input.addEventListener('keydown', event => {
       if (event.key !== 'Escape') return;

@@ -10,7 +10,7 @@ const BUTTONS = [
   ['w', 'worst place', 'worst'],
   ['d', 'difference alone', 'difference'],
   ['D', 'difference magnified', 'magnified'],
-  ['l', 'logarithmic', 'log'],
+  ['l', 'log axes', 'log'],
   ['s', 'save SVG', 'save SVG'],
 ];
 const ZOOM_KEYS = new Set(['+', '-', 'ArrowLeft', 'ArrowRight', '0', 'w', 'd', 'D']);
@@ -97,8 +97,9 @@ class View {
   show(low, high) {
     const picture = this.wake();
     const [least, most] = picture.whole;
-    const a = Math.max(Math.min(low, high), least);
-    const b = Math.min(Math.max(low, high), most);
+    const nearly = (most - least) * 1e-9; // what rounding leaves of the whole
+    const a = Math.min(low, high) < least + nearly ? least : Math.min(low, high);
+    const b = Math.max(low, high) > most - nearly ? most : Math.max(low, high);
     if (!(b > a) || !(b - a > (Math.abs(a) + Math.abs(b)) * 1e-13)) return false;
     picture.low = a;
     picture.high = b;

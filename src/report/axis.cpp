@@ -16,6 +16,7 @@ constexpr double kFarthest = 1e300;    // sums and differences of two such value
 constexpr double kNarrowest = 1e-14;   // range of an axis for its values; less has no ticks of its own
 constexpr std::size_t kMostTicks = 40; // in case of rounding at the edge of what a double can hold
 constexpr double kSlack = 1e-9;        // of a step, for the tick that rounding puts behind the end
+constexpr double kRounding = 1e-15;    // of the number of steps, that dividing may have cost
 constexpr double kMostDecades = 10.0;  // with a label each
 constexpr double kMostSignedDecades = 4.0;
 constexpr int kMostDecimals = 6;
@@ -140,8 +141,9 @@ std::vector<double> linear_ticks(double low, double high, int want)
     const double power = std::pow(10.0, std::floor(std::log10(raw)));
     const double mantissa = raw / power;
     const double step = power * (mantissa < 1.5 ? 1.0 : mantissa < 3.5 ? 2.0 : mantissa < 7.5 ? 5.0 : 10.0);
-    const double first = std::ceil(low / step - kSlack);
-    for (double k = first; k * step <= high + step * kSlack && ticks.size() < kMostTicks; ++k) {
+    const double first = std::ceil(low / step - kSlack - kRounding * std::fabs(low / step));
+    const double last = high / step + kSlack + kRounding * std::fabs(high / step);
+    for (double k = first; k <= last && ticks.size() < kMostTicks; ++k) {
         ticks.push_back(k * step + 0.0); // no -0
     }
     return ticks;

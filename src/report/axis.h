@@ -51,7 +51,7 @@ Range widened(const Range &range);
 
 // Multiples of a round step within low and high: raw = (high - low) / want, p = 10^floor(log10(raw)),
 // m = raw / p, step = p * (m < 1.5 ? 1 : m < 3.5 ? 2 : m < 7.5 ? 5 : 10); k * step for all whole k from
-// ceil(low / step - 1e-9) while k * step <= high + step * 1e-9. At most 40.
+// l - 1e-9 - |l| * 1e-15 to h + 1e-9 + |h| * 1e-15, l = low / step, h = high / step. At most 40.
 std::vector<double> linear_ticks(double low, double high, int want);
 
 // Whole decades, every nth of them where there are more than 10: n = floor(decades / 10) + 1. If there are

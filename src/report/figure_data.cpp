@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "report/figure_data.h"
 
-#include "report/column.h"
+#include "report/packed_column.h"
 #include "report/text.h"
 
 #include <algorithm>
@@ -32,7 +32,7 @@ Json unit(const Unit &unit)
     return {{"text", clean_text(unit.text)}, {"prefix", unit.takes_prefix}};
 }
 
-Json column(const Column &column)
+Json column(const PackedColumn &column)
 {
     return {{"t", column.type}, {"d", column.data}};
 }
@@ -59,7 +59,7 @@ double largest_finite(const std::vector<double> &values)
 
 Json x_column(const std::vector<double> &x)
 {
-    return column(column_of(x, smallest_step(x) / kPart));
+    return column(packed(x, smallest_step(x) / kPart));
 }
 
 // What is off by the largest error, in units of y.
@@ -87,8 +87,8 @@ Json strip(const ErrorStrip &errors)
             {"unit", unit(errors.unit)},
             {"from", x_column(errors.from)},
             {"to", points ? Json() : x_column(errors.to)},
-            {"error", column(column_of(errors.error, tolerance))},
-            {"fails", errors.fails.empty() ? Json() : column(column_of(errors.fails))}};
+            {"error", column(packed(errors.error, tolerance))},
+            {"fails", errors.fails.empty() ? Json() : column(packed(errors.fails))}};
 }
 
 Json panel(const Panel &panel)
@@ -99,18 +99,17 @@ Json panel(const Panel &panel)
     for (const Unjudged &stretch : panel.unjudged) {
         unjudged.push_back({{"from", stretch.from}, {"to", stretch.to}, {"reason", stretch.reason}});
     }
-    return {
-        {"name", clean_text(panel.name)},
-        {"unit", unit(panel.unit)},
-        {"key", clean_text(panel.key)},
-        {"worst", std::isfinite(panel.worst_x) ? Json(panel.worst_x) : Json()},
-        {"points", {panel.golden.points, panel.regression.points}},
-        {"golden", {{"x", x_column(panel.golden.x)}, {"y", column(column_of(panel.golden.y, tolerance))}}},
-        {"regression",
-         {{"x", one_x ? Json() : x_column(panel.regression.x)},
-          {"y", column(column_of(panel.regression.y, tolerance))}}},
-        {"errors", strip(panel.errors)},
-        {"unjudged", unjudged}};
+    return {{"name", clean_text(panel.name)},
+            {"unit", unit(panel.unit)},
+            {"key", clean_text(panel.key)},
+            {"worst", std::isfinite(panel.worst_x) ? Json(panel.worst_x) : Json()},
+            {"points", {panel.golden.points, panel.regression.points}},
+            {"golden", {{"x", x_column(panel.golden.x)}, {"y", column(packed(panel.golden.y, tolerance))}}},
+            {"regression",
+             {{"x", one_x ? Json() : x_column(panel.regression.x)},
+              {"y", column(packed(panel.regression.y, tolerance))}}},
+            {"errors", strip(panel.errors)},
+            {"unjudged", unjudged}};
 }
 
 Json bar(const Bar &bar)

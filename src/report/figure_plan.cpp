@@ -76,7 +76,7 @@ class Planner
 
   private:
     // Roots of one place, and members of one family, share a figure.
-    FigureKey key_of(const Finding &finding) const
+    static FigureKey key_of(const Finding &finding)
     {
         if (figure_kind(finding) == FigureKind::PLANE) {
             return {nullptr, nullptr,

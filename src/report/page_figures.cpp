@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "report/figure_data.h"
+#include "report/order.h"
 #include "report/page_numbers.h"
 #include "report/page_parts.h"
 #include "report/page_words.h"
@@ -57,6 +58,21 @@ void write_figure(std::ostream &out, const PageView &view, std::size_t index)
     out << "</figure>\n</details>\n";
 }
 
+// Signals that could be drawn and are not, since there are so many of them.
+void write_undrawn(std::ostream &out, const PageView &view)
+{
+    std::size_t undrawn = 0;
+    for (std::size_t i = 0; i < view.result.findings.size(); ++i) {
+        const Finding &finding = view.result.findings[i].finding;
+        const bool could_be = group_of(finding) == FindingGroup::FAILING && !is_tabled(finding);
+        undrawn += could_be && view.figure_of[i] == nullptr ? 1 : 0;
+    }
+    if (undrawn != 0) {
+        out << "<p>" << undrawn
+            << " more findings, less bad, have no figure here: --figures sets how many have.</p>\n";
+    }
+}
+
 } // namespace
 
 void write_figures(std::ostream &out, const PageView &view)
@@ -68,6 +84,7 @@ void write_figures(std::ostream &out, const PageView &view)
     for (std::size_t i = 0; i < view.input.figures.size(); ++i) {
         write_figure(out, view, i);
     }
+    write_undrawn(out, view);
     out << "</section>\n<script type=\"application/json\" id=\"data\">";
     write_figure_data(out, view.input.figures);
     out << "</script>\n";

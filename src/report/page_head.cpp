@@ -22,7 +22,7 @@ void write_grade(std::ostream &out, const Result &result)
         << name_text(file_name(result.regression.path)) << "</h1>\n<p class=\"meaning\">"
         << grade_meaning(result.grade) << ".</p>\n";
     if (!result.died.empty()) {
-        out << "<p class=\"aloud\"><b>No grade:</b> " << html_text(result.died)
+        out << "<p class=\"aloud\"><b>No grade:</b> the comparison " << html_text(result.died)
             << ". What follows is what was known until then.</p>\n";
     }
 }
@@ -42,7 +42,10 @@ void write_file(std::ostream &out, const char *word, const InputFile &file)
 {
     out << "<dt>" << word << "</dt><dd><code>" << html_text(file.path) << "</code> <span class=\"hint\">";
     if (file.was_read) {
-        out << read_result_word(file.read_result) << ", " << format_word(file.format);
+        out << read_result_word(file.read_result);
+        if (file.format != NO_DATA) {
+            out << ", " << format_word(file.format);
+        }
     } else {
         out << "not read";
     }

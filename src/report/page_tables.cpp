@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "report/facts.h"
 #include "report/keys.h"
 #include "report/order.h"
 #include "report/page_cells.h"
@@ -15,11 +16,6 @@ namespace report
 
 namespace
 {
-
-bool has_place(const Finding &finding)
-{
-    return finding.worst.index >= 0 && std::isfinite(finding.worst.x);
-}
 
 // The name of a finding, as a link to the figure or the row that shows more of it.
 void write_name(std::ostream &out, const PageView &view, std::size_t index)
@@ -59,8 +55,8 @@ void write_failing_row(std::ostream &out, const PageView &view, std::size_t inde
     number_cell(out, finding.judged.abserr);
     number_cell(out, finding.judged.relerr);
     out << "<td class=\"marker\"><code>" << html_text(finding.marker) << "</code>";
-    if (has_place(finding)) {
-        number_cell(out, finding.worst.x);
+    if (const auto place = worst_at(finding)) {
+        number_cell(out, *place);
     } else {
         out << "<td>";
     }
@@ -100,10 +96,16 @@ void write_group_row(std::ostream &out, const PageView &view, std::size_t index,
     write_name(out, view, index);
     out << "<td>" << analysis_word(finding.analysis) << "<td>" << html_text(place_of(finding));
     if (with_texts) {
-        const auto text = [](const std::string &t) {
-            return t.empty() ? "(none)" : name_text(t);
+        const auto side = [&](const std::string &text, double value) {
+            out << "<td>";
+            if (has_values(finding)) {
+                out << number_text(value);
+            } else {
+                out << (text.empty() ? "(none)" : name_text(text));
+            }
         };
-        out << "<td>" << text(finding.ref_text) << "<td>" << text(finding.cmp_text);
+        side(finding.ref_text, finding.ref_value);
+        side(finding.cmp_text, finding.cmp_value);
     } else if (finding.kind == FindingKind::MISSING_POINTS) {
         right_cell(out, std::to_string(finding.missing_points));
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "read/point_blocks.h"
+#include "report/facts.h"
 #include "report/keys.h"
 #include "report/page_cells.h"
 #include "report/page_parts.h"
@@ -79,23 +79,9 @@ void write_sides(std::ostream &out, const Finding &finding)
         }
         return;
     }
-    const bool is_sweep = finding.kind == FindingKind::SWEEP;
-    for (const double value : {is_sweep ? first_point(*finding.signals.ref).val : finding.ref_value,
-                               is_sweep ? first_point(*finding.signals.cmp).val : finding.cmp_value}) {
+    for (const double value : {finding.ref_value, finding.cmp_value}) {
         out << "<td class=\"n\" data-v=\"" << number_text(value) << "\">" << number_text(value);
     }
-}
-
-const char *units_of(const Finding &finding)
-{
-    const char *units = nullptr;
-    if (finding.values.ref != nullptr) {
-        units = finding.values.ref->yunits;
-    } else if (finding.signals.ref != nullptr) {
-        units = finding.kind == FindingKind::SINGLE_TIME ? finding.signals.ref->xunits
-                                                         : finding.signals.ref->yunits;
-    }
-    return units != nullptr ? units : "";
 }
 
 void write_row(std::ostream &out, const PageView &view, std::size_t index, double scale_to)

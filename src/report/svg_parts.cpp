@@ -91,7 +91,7 @@ std::string coordinate(double value)
 
 std::string shortened(const std::string &text, std::size_t most)
 {
-    const std::string clean = clean_text(text);
+    std::string clean = clean_text(text);
     if (count_characters(clean) <= most) {
         return clean;
     }
@@ -148,18 +148,19 @@ void Drawing::title(const std::string &content)
 void open_figure(Drawing &drawing, const Figure &figure, double height)
 {
     static constexpr const char *kKinds[] = {"waves", "bars", "plane"};
-    const std::string size = coordinate(layout::kWidth) + " " + coordinate(height);
-    drawing.raw(std::string("<svg class=\"figure ") + kKinds[static_cast<std::size_t>(figure.kind)] +
-                "\" viewBox=\"0 0 " + size + "\" width=\"" + coordinate(layout::kWidth) + "\" height=\"" +
-                coordinate(height) + "\" data-figure=\"" + figure.id + "\" role=\"img\" aria-label=\"" +
-                html_attribute(figure.title) +
-                "\" font-family=\"system-ui, sans-serif\" font-size=\"12\" fill=\"currentColor\">");
+    const std::string cls = std::string("figure ") + kKinds[static_cast<std::size_t>(figure.kind)];
+    const std::string title = html_attribute(figure.title);
+    drawing.open("svg", cls.c_str(),
+                 R"(viewBox="0 0 960 )" + coordinate(height) + R"(" width="960" height=")" +
+                     coordinate(height) + R"(" data-figure=")" + figure.id + R"(" role="img" aria-label=")" +
+                     title + R"(" font-family="system-ui, sans-serif" font-size="12" fill="currentColor")");
     drawing.title(figure.title);
-    drawing.raw("<defs><pattern id=\"" + figure.id +
-                "-hatch\" width=\"7\" height=\"7\" patternUnits=\"userSpaceOnUse\" "
-                "patternTransform=\"rotate(45)\"><rect width=\"7\" height=\"7\" fill-opacity=\".06\"/>"
-                "<path d=\"M0 0V7\" stroke=\"currentColor\" stroke-opacity=\".35\" "
-                "stroke-width=\"2\"/></pattern></defs>");
+    drawing.raw(
+        R"(<defs><pattern id=")" + figure.id +
+        R"_(-hatch" width="7" height="7" patternUnits="userSpaceOnUse" patternTransform="rotate(45)">)_"
+        R"(<rect width="7" height="7" fill-opacity=".06"/>)"
+        R"(<path d="M0 0V7" stroke="currentColor" stroke-opacity=".35" stroke-width="2"/>)"
+        "</pattern></defs>");
 }
 
 void draw_legend(Drawing &drawing, const Figure &figure, const std::vector<LegendItem> &items)

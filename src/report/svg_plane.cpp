@@ -140,7 +140,8 @@ class Callouts
             return;
         }
         Spot place = {mark.x + kAway, mark.y - kAway};
-        for (double away = kAway; away < 4.0 * kAway; away += kAway) {
+        for (int step = 1; step <= 3; ++step) {
+            const double away = step * kAway;
             const auto *const way =
                 std::find_if(std::begin(kWays), std::end(kWays), [&](const Spot &candidate) {
                     return is_free({mark.x + away * candidate.x, mark.y + away * candidate.y});

@@ -99,7 +99,7 @@ Unit times_seconds(const Unit &unit)
     return {unit.text.empty() ? "s" : unit.text + "·s", unit.takes_prefix};
 }
 
-const char *si_prefix(int exponent)
+std::string si_prefix(int exponent)
 {
     const int place = (std::clamp(exponent, kLowestPower, kHighestPower) - kLowestPower) / 3;
     return kPrefixes[static_cast<std::size_t>(place)];
@@ -119,7 +119,7 @@ std::string with_unit(double value, const Unit &unit, int digits)
         return joined(value > 0.0 ? "∞" : "-∞", unit.text);
     }
     if (unit.takes_prefix && value != 0.0) {
-        const std::string text = with_prefix(value, unit.text, digits);
+        std::string text = with_prefix(value, unit.text, digits);
         if (!text.empty()) {
             return text;
         }

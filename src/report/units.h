@@ -18,7 +18,7 @@ Unit unit_of(const char *text);
 Unit times_seconds(const Unit &unit);
 
 // Prefix of a power of ten, a multiple of 3 from -18 to 12: "n" of -9.
-const char *si_prefix(int exponent);
+std::string si_prefix(int exponent);
 bool has_prefix(int exponent);
 
 // A number of up to `digits` digits without trailing zeros, with prefix and unit: "1.02 ns", "-3 dB",

@@ -4,6 +4,7 @@
 #include "report/axis.h"
 #include "report/companions.h"
 #include "report/curve.h"
+#include "report/facts.h"
 #include "report/figure_builders.h"
 #include "report/reduce.h"
 #include "report/units.h"
@@ -126,7 +127,7 @@ class PointErrors
             return;
         }
         const double column = static_cast<double>(slots_.size()) * detail_.view.place(point.x);
-        const double last = static_cast<double>(slots_.size() - 1);
+        const auto last = static_cast<double>(slots_.size() - 1);
         Slot &worst = slots_[static_cast<std::size_t>(column > 0.0 ? std::min(column, last) : 0.0)];
         if (!worst.used || is_worse(slot, worst)) {
             worst = slot;
@@ -231,7 +232,7 @@ Panel panel_of(const FigurePlan &plan, const PanelPlan &of, const Figure &figure
     panel.name = ref.name != nullptr ? ref.name : "";
     panel.unit = unit_of(ref.yunits);
     const bool has_place = of.entry != nullptr && of.entry->finding.worst.index >= 0;
-    panel.worst_x = has_place ? of.entry->finding.worst.x : kNowhere;
+    panel.worst_x = has_place ? worst_at(of.entry->finding).value_or(kNowhere) : kNowhere;
     panel.key = of.entry != nullptr ? of.entry->key : "";
     const Detail detail = detail_of(plan, figure, panel.worst_x);
     panel.golden = read_curve(ref, detail);

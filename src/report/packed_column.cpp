@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "report/column.h"
+#include "report/packed_column.h"
 
 #include "report/base64.h"
 
@@ -41,15 +41,15 @@ template <typename Bits, typename Value> std::string little_endian(const std::ve
 
 } // namespace
 
-Column column_of(const std::vector<double> &values, double tolerance)
+PackedColumn packed(const std::vector<double> &values, double tolerance)
 {
     const bool exact_enough = std::all_of(values.begin(), values.end(),
                                           [tolerance](double value) { return survives(value, tolerance); });
-    return exact_enough ? Column{"f4", little_endian<std::uint32_t, float>(values)}
-                        : Column{"f8", little_endian<std::uint64_t, double>(values)};
+    return exact_enough ? PackedColumn{"f4", little_endian<std::uint32_t, float>(values)}
+                        : PackedColumn{"f8", little_endian<std::uint64_t, double>(values)};
 }
 
-Column column_of(const std::vector<std::uint8_t> &values)
+PackedColumn packed(const std::vector<std::uint8_t> &values)
 {
     return {"u1", base64(std::string(values.begin(), values.end()))};
 }
