@@ -13,9 +13,8 @@ namespace report
 namespace
 {
 
-constexpr std::int64_t kMostOfColumn = 5; // first, lowest, highest, last and one that is no number
-constexpr std::int64_t kNearShare = 4;    // columns of the whole view for each one near the worst place
-constexpr std::int64_t kAllNear = std::int64_t{1} << 40U; // so many that no two points share one
+constexpr std::int64_t kMostOfColumn = 5;  // first, lowest, highest, last and one that is no number
+constexpr std::int64_t kNearShare = 4;     // columns of the whole view for each one near the worst place
 constexpr std::int64_t kMostRead = 100000; // points kept at first, of which the needed ones are chosen
 
 struct Columns {
@@ -46,24 +45,6 @@ template <typename Visit> void walk_all(const Curve &curve, Visit visit)
     }
 }
 
-bool is_near(double place, const Detail &detail)
-{
-    return place >= detail.near_from && place <= detail.near_to;
-}
-
-// Columns near the worst place have numbers of their own, and so have those behind it: one that the near part
-// divides is two.
-std::int64_t column_of(double x, const Detail &detail, const Columns &columns)
-{
-    const double place = detail.view.place(x);
-    if (is_near(place, detail)) {
-        const double part = (place - detail.near_from) / (detail.near_to - detail.near_from);
-        return column_at(part * static_cast<double>(columns.near)) + 2 * kMostColumns;
-    }
-    const std::int64_t column = column_at(place * static_cast<double>(columns.view));
-    return place > detail.near_to ? column - 2 * kMostColumns : column;
-}
-
 // Cuts by a rule for the column of a point, as long as there are no more points than that.
 template <typename Source, typename Rule> Curve cut(const Source &source, Rule rule, std::int64_t most)
 {
@@ -83,8 +64,9 @@ template <typename Source, typename Rule> Curve cut(const Source &source, Rule r
 template <typename Source>
 Curve cut_by_x(const Source &source, const Detail &detail, const Columns &columns, std::int64_t most)
 {
+    ColumnFinder finder(detail.view, columns.view, {detail.near_from, detail.near_to, columns.near});
     return cut(
-        source, [&](double x, std::int64_t) { return column_of(x, detail, columns); }, most);
+        source, [&finder](double x, std::int64_t) { return finder.find(x); }, most);
 }
 
 // By runs of points, whose lowest and highest stand for all of them.
@@ -102,18 +84,21 @@ std::int64_t size_of(const Curve &curve)
 
 std::int64_t count_near(const Curve &curve, const Detail &detail)
 {
-    return std::count_if(curve.x.begin(), curve.x.end(),
-                         [&detail](double x) { return is_near(detail.view.place(x), detail); });
+    return std::count_if(curve.x.begin(), curve.x.end(), [&detail](double x) {
+        const double place = detail.view.place(x);
+        return place >= detail.near_from && place < detail.near_to;
+    });
 }
 
 // Leaves fewer columns until there is room for the points.
-void fit(Curve &curve, const Detail &detail)
+void fit(Curve &curve, const Detail &detail, std::int64_t view)
 {
     const bool all_near = count_near(curve, detail) <= detail.most_points / 3;
-    std::int64_t view = kMostColumns;
     while (size_of(curve) > detail.most_points && view > kFewestColumns) {
-        view = std::max(kFewestColumns, view * 4 / 5);
-        curve = cut_by_x(curve, detail, {view, all_near ? kAllNear : view / kNearShare}, kMostRead);
+        const std::int64_t fitting = view * detail.most_points / size_of(curve);
+        view = std::clamp(fitting, kFewestColumns, view * 9 / 10);
+        curve =
+            cut_by_x(curve, detail, {view, all_near ? ColumnFinder::kOneEach : view / kNearShare}, kMostRead);
     }
 }
 
@@ -133,13 +118,14 @@ Curve read_whole(const Wform &wform)
 Curve read_cut(const Wform &wform, const Detail &detail)
 {
     constexpr std::int64_t kFewest = kMostOfColumn * (kFewestColumns + kFewestColumns / kNearShare) * 2;
-    Curve curve = cut_by_x(wform, detail, {kMostColumns, kAllNear}, kMostRead);
+    const std::int64_t view = std::clamp(detail.most_points, kFewestColumns, kMostColumns);
+    Curve curve = cut_by_x(wform, detail, {view, ColumnFinder::kOneEach}, kMostRead);
     if (size_of(curve) > kMostRead) {
-        curve = cut_by_x(wform, detail, {kMostColumns, kMostColumns}, kMostRead);
+        curve = cut_by_x(wform, detail, {view, view}, kMostRead);
     }
     const bool is_complete = size_of(curve) <= kMostRead;
     if (is_complete) {
-        fit(curve, detail);
+        fit(curve, detail, view);
     }
     const std::int64_t most = std::max(detail.most_points, kFewest);
     return is_complete && size_of(curve) <= most ? curve : cut_by_index(wform, most / 2);

@@ -5,6 +5,7 @@
 
 #include "read/records.h"
 #include "report/axis.h"
+#include "report/columns.h"
 #include "report/figure.h"
 
 #include <cstdint>
@@ -19,7 +20,7 @@ Range x_range(const Wform &wform);
 // near_to.
 struct Detail {
     std::int64_t most_points = 0;
-    Axis view; // the whole view, from 0 to 1
+    View view;
     double near_from = 0.0;
     double near_to = 0.0;
 };

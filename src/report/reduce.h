@@ -12,6 +12,9 @@
 namespace report
 {
 
+// Of a point without a place.
+constexpr std::int64_t kNoColumn = INT64_MIN;
+
 // Takes points in their order and passes on those that are needed: of each run of points in one column the
 // first, lowest, highest and last finite one (of equal ones the first), and the first that has a coordinate
 // that is no finite number, each once, in their order.
@@ -87,7 +90,7 @@ template <typename Emit> class ColumnReducer
     Emit emit_;
     std::array<Point, kRoles> points_ = {};
     std::array<bool, kRoles> is_set_ = {};
-    std::int64_t column_ = INT64_MIN;
+    std::int64_t column_ = kNoColumn;
     std::int64_t order_ = 0;
 };
 
@@ -95,10 +98,10 @@ template <typename Emit> class ColumnReducer
 // numbers of four bytes in the page's data, is in the same column wherever it is computed.
 constexpr double kColumnEdge = 1.0 / 1024.0;
 
-// The number of the column that a place falls into; INT64_MIN of a place that is no finite number.
+// The number of the column that a place falls into; kNoColumn of a place that is no finite number.
 inline std::int64_t column_at(double place)
 {
-    return std::fabs(place) < 1e15 ? static_cast<std::int64_t>(std::floor(place + kColumnEdge)) : INT64_MIN;
+    return std::fabs(place) < 1e15 ? static_cast<std::int64_t>(std::floor(place + kColumnEdge)) : kNoColumn;
 }
 
 } // namespace report

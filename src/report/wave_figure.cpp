@@ -2,11 +2,11 @@
 #include "compare/analysis_table.h"
 #include "read/point_blocks.h"
 #include "report/axis.h"
+#include "report/columns.h"
 #include "report/companions.h"
 #include "report/curve.h"
 #include "report/facts.h"
 #include "report/figure_builders.h"
-#include "report/reduce.h"
 #include "report/units.h"
 
 #include <algorithm>
@@ -85,7 +85,7 @@ Detail detail_of(const FigurePlan &plan, const Figure &figure, double worst_x)
 {
     Detail detail;
     detail.most_points = plan.is_whole ? std::numeric_limits<std::int64_t>::max() : most_points(plan);
-    detail.view = {figure.x_low, figure.x_high, 0.0, 1.0, figure.log_x ? Scale::LOG : Scale::LINEAR, 1.0};
+    detail.view = {figure.x_low, figure.x_high, figure.log_x};
     const double worst = detail.view.place(worst_x);
     detail.near_from = worst - kNearIntervals / kIntervals; // no place at all of NaN
     detail.near_to = worst + (kNearIntervals + 1.0) / kIntervals;
@@ -111,12 +111,12 @@ ErrorStrip area_errors(const Entry &entry, const Unit &unit)
 class PointErrors
 {
   public:
-    PointErrors(const Detail &detail, std::int64_t points) : detail_(detail)
+    // A strip for more points than there is room for has a slot for each column.
+    PointErrors(const Detail &detail, std::int64_t points)
+        : columns_(points > detail.most_points ? std::clamp(detail.most_points, kFewestColumns, kMostColumns)
+                                               : 0),
+          finder_(detail.view, columns_, {kNowhere, kNowhere, 1}), slots_(static_cast<std::size_t>(columns_))
     {
-        if (points > detail.most_points) {
-            slots_.resize(
-                static_cast<std::size_t>(std::clamp(detail.most_points, kFewestColumns, kMostColumns)));
-        }
     }
 
     void add(const PT &point, const Judged &judged)
@@ -126,9 +126,8 @@ class PointErrors
             put(slot);
             return;
         }
-        const double column = static_cast<double>(slots_.size()) * detail_.view.place(point.x);
-        const auto last = static_cast<double>(slots_.size() - 1);
-        Slot &worst = slots_[static_cast<std::size_t>(column > 0.0 ? std::min(column, last) : 0.0)];
+        const std::int64_t column = std::clamp<std::int64_t>(finder_.find(point.x), 0, columns_ - 1);
+        Slot &worst = slots_[static_cast<std::size_t>(column)];
         if (!worst.used || is_worse(slot, worst)) {
             worst = slot;
         }
@@ -168,7 +167,8 @@ class PointErrors
         strip_.fails.push_back(slot.fails ? 1 : 0);
     }
 
-    const Detail &detail_;
+    std::int64_t columns_;
+    ColumnFinder finder_;
     std::vector<Slot> slots_;
     ErrorStrip strip_;
 };
