@@ -2,6 +2,7 @@
 // that is drawn again looks the same.
 
 const SLACK = 1e-9; // of a step, for the tick that rounding puts behind the end
+const ROUNDING = 1e-15; // of the number of steps, that dividing may have cost
 const MOST_TICKS = 40;
 const MOST_DECIMALS = 6;
 
@@ -54,7 +55,8 @@ const linearTicks = (low, high, want) => {
   const mantissa = raw / power;
   const step = power * (mantissa < 1.5 ? 1 : mantissa < 3.5 ? 2 : mantissa < 7.5 ? 5 : 10);
   const ticks = [];
-  for (let k = Math.ceil(low / step - SLACK); k * step <= high + step * SLACK && ticks.length < MOST_TICKS; ++k) {
+  const last = high / step + SLACK + ROUNDING * Math.abs(high / step);
+  for (let k = Math.ceil(low / step - SLACK - ROUNDING * Math.abs(low / step)); k <= last && ticks.length < MOST_TICKS; ++k) {
     ticks.push(k * step + 0);
   }
   return ticks;
@@ -84,7 +86,7 @@ const logTicks = (low, high, want) => {
 };
 
 const signedLogTicks = (high, unit) => {
-  const positive = decades(unit, high, 6);
+  const positive = decades(unit, high, 4);
   return [...positive.map(tick => -tick), 0, ...positive].sort((a, b) => a - b);
 };
 
@@ -97,12 +99,11 @@ const ticksOf = (axis, want) => {
 const commonPower = (largest, unit) => {
   if (largest === 0) return 0;
   const power = 3 * Math.floor(Math.log10(largest) / 3 + SLACK);
-  if (unit.prefix) return Math.min(Math.max(power, LOWEST_POWER), HIGHEST_POWER);
-  return power >= -3 && power <= 3 ? 0 : power;
+  return !unit.prefix && power >= -3 && power <= 3 ? 0 : power;
 };
 
 const scaledUnit = (power, unit) => {
-  if (unit.prefix) return siPrefix(power) + unit.text;
+  if (unit.prefix && hasPrefix(power)) return siPrefix(power) + unit.text;
   const factor = power === 0 ? '' : '10^' + power;
   return factor === '' || unit.text === '' ? factor + unit.text : factor + ' ' + unit.text;
 };

@@ -8,12 +8,14 @@ const columnBefore = place => Math.ceil(place - EDGE) - 1;
 
 // Calls emit(x, y) for the first, lowest, highest, last and first non-finite point of each column.
 const reduceColumns = (x, y, from, to, axis, emit) => {
-  let i = from;
-  while (i < to) {
-    const columnNow = columnAt(axis.place(x[i]));
+  const columnOf = i => columnAt(axis.place(x[i]));
+  let next = from < to ? columnOf(from) : 0;
+  for (let i = from; i < to;) {
+    const here = next;
+    const hasPlace = Number.isFinite(here);
     let first = -1, lowest = -1, highest = -1, last = -1, gap = -1;
     do {
-      if (Number.isFinite(y[i]) && Number.isFinite(axis.place(x[i]))) {
+      if (hasPlace && Number.isFinite(y[i])) {
         if (first < 0) first = lowest = highest = i;
         if (y[i] < y[lowest]) lowest = i;
         if (y[i] > y[highest]) highest = i;
@@ -21,8 +23,8 @@ const reduceColumns = (x, y, from, to, axis, emit) => {
       } else if (gap < 0) {
         gap = i;
       }
-      ++i;
-    } while (i < to && sameColumn(columnAt(axis.place(x[i])), columnNow));
+      if (++i < to) next = columnOf(i);
+    } while (i < to && (next === here || (!hasPlace && !Number.isFinite(next))));
     let before = -1;
     for (const index of [first, lowest, highest, last, gap].sort((a, b) => a - b)) {
       if (index > before) emit(x[index], y[index]);
@@ -30,9 +32,6 @@ const reduceColumns = (x, y, from, to, axis, emit) => {
     }
   }
 };
-
-// Points without a place share a column too.
-const sameColumn = (a, b) => a === b || (!Number.isFinite(a) && !Number.isFinite(b));
 
 // A coordinate with one decimal at most. One that is far outside is cut, which clipping hides.
 const pixel = place => {
@@ -63,17 +62,17 @@ const linePaths = (x, y, from, to, axisX, axisY, top) => {
   return {line: line.join(''), gaps: gaps.join('')};
 };
 
-// The largest error of each column of pixels, as rectangles on the bottom of a strip. Neighbours of one height
-// are one rectangle.
+const POINT_COLUMNS = 3; // that the bar of a point covers
+
+// The largest error of each column of pixels: one shape for each run of columns that have an error.
 const columnsPath = (heights, left, bottom) => {
   const path = [];
-  for (let i = 0; i < heights.length;) {
-    let next = i + 1;
-    while (next < heights.length && heights[next] === heights[i]) ++next;
-    if (heights[i] > 0) {
-      path.push(`M${left + i} ${bottom}V${pixel(bottom - heights[i])}H${left + next}V${bottom}z`);
-    }
-    i = next;
+  let height = 0; // of the column before
+  for (let i = 0; i <= heights.length; ++i) {
+    const next = i < heights.length ? heights[i] : 0;
+    if (next === height) continue;
+    path.push(height === 0 ? `M${left + i} ${bottom}` : `H${left + i}`, 'V', pixel(bottom - next), next === 0 ? 'z' : '');
+    height = next;
   }
   return path.join('');
 };
@@ -91,8 +90,12 @@ const stripPaths = (errors, axis, left, right, bottom, height) => {
     const a = axis.place(from[i]);
     const b = to === null ? a : axis.place(to[i]);
     if (!Number.isFinite(a) || !Number.isFinite(b)) continue;
-    let first = columnAt(a) - (to === null ? 1 : 0);
-    let last = to === null ? first + 2 : Math.max(columnBefore(b), first);
+    let first = columnAt(a);
+    let last = Math.max(columnBefore(b), first);
+    if (to === null && first >= left && first <= right) {
+      first = Math.min(Math.max(first - 1, left), right - POINT_COLUMNS);
+      last = first + POINT_COLUMNS - 1;
+    }
     if (last < left || first >= right) continue;
     first = Math.max(first, left) - left;
     last = Math.min(last, right - 1) - left;

@@ -41,7 +41,10 @@ const shortened = (text, most) => {
   return characters.length <= most ? text : characters.slice(0, most - 1).join('') + '…';
 };
 
-const shortUnit = unit => ({text: shortened(unit.text, 12), prefix: unit.prefix});
+const shortUnit = unit => ({text: shortened(unit.text, 8), prefix: unit.prefix});
+
+// There is no room for a long unit beside a number of the strip: its name tells it.
+const stripUnit = unit => (unit.prefix || new TextEncoder().encode(unit.text).length <= 3 ? unit : {text: '', prefix: false});
 
 // About how wide a text is drawn.
 const textWidth = (text, size = 12) => 0.56 * size * Array.from(text).length;

@@ -62,18 +62,21 @@ class Plane {
     this.drawing.querySelector('g.roots').replaceChildren(...marks.filter(Boolean));
   }
 
-  // Numbers stay as far from their marks as they are.
+  // Numbers, of the root that is furthest off first, stay as far from their marks as they are.
   moveCallouts(axes) {
-    const failing = this.roots.filter(root => root.fails && spotOf(axes, root.regression ?? root.golden));
+    const weight = root => (Number.isNaN(number(root.error)) ? Infinity : number(root.error));
+    const failing = this.roots.filter(root => root.fails).sort((a, b) => (weight(b) > weight(a)) - (weight(a) > weight(b)));
+    const spots = failing.map(root => [markSpot(this.shown, root), markSpot(axes, root)]).filter(pair => pair[0] !== null);
     this.drawing.querySelectorAll('text.callout[text-anchor="middle"]').forEach((callout, i) => {
-      const point = failing[i].regression ?? failing[i].golden;
-      const before = spotOf(this.shown, point);
-      const now = spotOf(axes, point);
+      const [before, now] = spots[i];
       set(callout, {x: pixel(Number(callout.getAttribute('x')) + now.x - before.x),
         y: pixel(Number(callout.getAttribute('y')) + now.y - before.y)});
     });
   }
 }
+
+// Where a root is now, or was.
+const markSpot = (axes, root) => (root.regression && spotOf(axes, root.regression)) ?? (root.golden ? spotOf(axes, root.golden) : null);
 
 // The decade above all coordinates, and the one below which the axis is linear (src/report/plane_places.h).
 const planeDecades = sizes => {
@@ -98,7 +101,7 @@ const mark = (root, spot, side, size) => {
   const circle = `M${pixel(spot.x - size)} ${pixel(spot.y)}${round}${twice} 0${round}-${twice} 0z`;
   const path = svg('path', {class: side, d: POLE_KINDS.has(root.kind) ? cross : circle, fill: 'none',
     stroke: side === 'golden' ? '#6aa9e4' : '#b3261e', 'stroke-width': side === 'golden' ? 4.5 : 1.6});
-  if (CANCELLED_KINDS.has(root.kind)) path.setAttribute('stroke-dasharray', '2 2.5');
+  if (CANCELLED_KINDS.has(root.kind)) set(path, {'stroke-dasharray': '3 2', 'stroke-opacity': 0.75});
   return path;
 };
 

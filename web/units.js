@@ -4,6 +4,7 @@ const PREFIXES = ['a', 'f', 'p', 'n', 'µ', 'm', '', 'k', 'M', 'G', 'T'];
 const LOWEST_POWER = -18;
 const HIGHEST_POWER = 12;
 
+const hasPrefix = power => power >= LOWEST_POWER && power <= HIGHEST_POWER;
 const siPrefix = power => PREFIXES[(power - LOWEST_POWER) / 3];
 
 // So many digits without trailing zeros; an exponent of two digits where there are more places than digits.
@@ -21,7 +22,7 @@ const withPrefix = (value, unit, digits) => {
   let power = 3 * Math.floor(Math.log10(magnitude) / 3);
   // What rounds up to 1000 belongs to the next prefix.
   power += Math.round(magnitude / 10 ** (power - digits + 3)) >= 10 ** digits ? 3 : 0;
-  if (power < LOWEST_POWER || power > HIGHEST_POWER) return '';
+  if (!hasPrefix(power)) return '';
   const scaled = power < 0 ? value * 10 ** -power : value / 10 ** power;
   return joined(general(scaled, digits), siPrefix(power) + unit);
 };

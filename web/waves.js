@@ -36,7 +36,7 @@ class Waves {
       const place = panelPlace(i, this.panels.length);
       draw(this.part(i), 'path.grid-x', ticks.map(tick => {
         const at = pixel(this.x.place(tick));
-        return `M${at} ${place.top}V${place.bottom}M${at} ${place.stripTop}V${place.stripBottom}`;
+        return bothPlots(at, place);
       }).join(''));
     });
   }
@@ -67,7 +67,7 @@ class Waves {
     draw(part, 'path.error', strip.fails);
     draw(part, 'path.error-pass', strip.passes);
     draw(part, 'path.error-nan', strip.noNumbers);
-    write(part, 'text.strip-top', strip.top > 0 ? withUnit(strip.top, shortUnit(panel.errors.unit), 3) : '');
+    write(part, 'text.strip-top', strip.top > 0 ? withUnit(strip.top, stripUnit(panel.errors.unit), 3) : '');
     return y;
   }
 
@@ -79,7 +79,7 @@ class Waves {
   drawWorst(part, panel, place) {
     const inView = panel.worst !== null && panel.worst >= this.low && panel.worst <= this.high;
     const at = inView ? pixel(this.x.place(panel.worst)) : '';
-    draw(part, 'path.worst', inView ? `M${at} ${place.top}V${place.stripBottom}` : '');
+    draw(part, 'path.worst', inView ? bothPlots(at, place) : '');
     const label = part.querySelector('text.worst-label');
     if (!label) return;
     label.setAttribute('visibility', inView ? 'visible' : 'hidden');
@@ -90,16 +90,19 @@ class Waves {
 
   drawUnjudged(part, panel, place) {
     const inside = place => Math.min(Math.max(place, LEFT), RIGHT);
-    const rects = [];
+    const stretches = [];
     for (const {from, to, reason} of panel.unjudged) {
       if (!(to >= this.low && from <= this.high)) continue;
       const end = inside(this.x.place(to));
       const begin = Math.min(inside(this.x.place(from)), end - 3);
-      const rect = svg('rect', {x: pixel(begin), y: place.top, width: pixel(end - begin), height: place.stripBottom - place.top});
-      rect.append(svg('title', {}, 'not judged: ' + reason));
-      rects.push(rect);
+      const stretch = svg('g', {class: 'stretch'});
+      stretch.append(svg('title', {}, 'not judged: ' + reason));
+      for (const [top, bottom] of [[place.top, place.bottom], [place.stripTop, place.stripBottom]]) {
+        stretch.append(svg('rect', {class: 'hatch', x: pixel(begin), y: top, width: pixel(end - begin), height: bottom - top}));
+      }
+      stretches.push(stretch);
     }
-    part.querySelector('g.unjudged').replaceChildren(...rects);
+    part.querySelector('g.unjudged').replaceChildren(...stretches);
   }
 
   // What is drawn as golden and as regression.
@@ -166,6 +169,9 @@ class Waves {
     return [panel.worst - room, panel.worst + room];
   }
 }
+
+// A line through the plot and its strip.
+const bothPlots = (at, place) => `M${at} ${place.top}V${place.bottom}M${at} ${place.stripTop}V${place.stripBottom}`;
 
 const unpackPanel = packed => {
   const golden = {x: column(packed.golden.x), y: column(packed.golden.y)};

@@ -13,6 +13,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace report
 {
@@ -72,9 +73,9 @@ void remove_file(const std::string &path)
 
 } // namespace
 
-OutputFolder::OutputFolder(const std::string &path) : path_(path)
+OutputFolder::OutputFolder(std::string path) : path_(std::move(path))
 {
-    make(path_);
+    make();
     lock();
     try {
         refuse_strangers();
@@ -100,19 +101,22 @@ std::string OutputFolder::new_path_of(const std::string &name) const
     return path_of(name) + ".new";
 }
 
-void OutputFolder::make(const std::string &path)
+void OutputFolder::make()
+{
+    for (std::size_t slash = path_.find('/', 1); slash != std::string::npos;
+         slash = path_.find('/', slash + 1)) {
+        make_one(path_.substr(0, slash));
+    }
+    make_one(path_);
+}
+
+void OutputFolder::make_one(const std::string &path)
 {
     if (is_folder(path)) {
         return;
     }
     if (exists(path)) {
         throw FolderRefused(terminal_line(path) + " is in the way: not a folder");
-    }
-    const std::size_t slash = path.find_last_not_of('/') == std::string::npos
-                                  ? std::string::npos
-                                  : path.rfind('/', path.find_last_not_of('/'));
-    if (slash != std::string::npos && slash > 0) {
-        make(path.substr(0, slash));
     }
     errno = 0;
     if (mkdir(path.c_str(), 0777) == 0) {

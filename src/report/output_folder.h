@@ -33,7 +33,7 @@ class OutputFolder
   public:
     // Makes the folder and those above it, or takes over one that is empty or holds a report, finished or
     // not. Waits for another process that is writing there. Throws FolderRefused or WriteFault.
-    explicit OutputFolder(const std::string &path);
+    explicit OutputFolder(std::string path);
     OutputFolder(const OutputFolder &) = delete;
     OutputFolder &operator=(const OutputFolder &) = delete;
     ~OutputFolder();
@@ -57,7 +57,8 @@ class OutputFolder
     void abandon() const;
 
   private:
-    void make(const std::string &path);
+    void make();
+    void make_one(const std::string &path);
     void lock();
     void refuse_strangers() const;
     void mark() const;

@@ -21,12 +21,13 @@ namespace
 // What a policy allows a text by: its digest in base64.
 std::string digest_source(std::string_view text)
 {
-    std::array<unsigned char, EVP_MAX_MD_SIZE> digest = {};
+    constexpr std::size_t kMost = EVP_MAX_MD_SIZE;
+    std::array<unsigned char, kMost> digest = {};
     unsigned size = 0;
     if (EVP_Digest(text.data(), text.size(), digest.data(), &size, EVP_sha256(), nullptr) != 1) {
         return "'none'";
     }
-    std::array<unsigned char, 2 *EVP_MAX_MD_SIZE> base64 = {};
+    std::array<unsigned char, 2 *kMost> base64 = {};
     const int length = EVP_EncodeBlock(base64.data(), digest.data(), static_cast<int>(size));
     return "'sha256-" + std::string(base64.begin(), base64.begin() + length) + "'";
 }
@@ -55,7 +56,7 @@ std::vector<const Figure *> figures_by_finding(const Result &result, const std::
 void write_html_head(std::ostream &out, const Result &result)
 {
     out << "<!doctype html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-        << "<meta http-equiv=\"Content-Security-Policy\" content=\"" << policy() << "\">\n"
+        << R"(<meta http-equiv="Content-Security-Policy" content=")" << policy() << "\">\n"
         << "<meta name=\"referrer\" content=\"no-referrer\">\n"
         << "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>"
         << grade_word(result.grade) << ' ' << name_text(result.regression.path) << "</title>\n<style>"

@@ -9,8 +9,8 @@ namespace report
 
 void begin_scroll(std::ostream &out, const std::string &label, bool is_tall)
 {
-    out << "<div class=\"scroll" << (is_tall ? " tall" : "")
-        << "\" tabindex=\"0\" role=\"region\" aria-label=\"" << html_attribute(label) << "\">";
+    out << "<div class=\"scroll" << (is_tall ? " tall" : "") << R"(" tabindex="0" role="region" aria-label=")"
+        << html_attribute(label) << "\">";
 }
 
 void end_scroll(std::ostream &out)
@@ -40,7 +40,7 @@ void end_table(std::ostream &out)
 
 void number_cell(std::ostream &out, double value)
 {
-    out << "<td class=\"n\" data-v=\"" << number_text(value) << "\">" << four_digits(value);
+    out << R"(<td class="n" data-v=")" << number_text(value) << "\">" << four_digits(value);
 }
 
 void right_cell(std::ostream &out, const std::string &text)

@@ -52,7 +52,7 @@ void write_figure(std::ostream &out, const PageView &view, std::size_t index)
     write_summary(out, figure, worst, index + 1);
     out << "<figure id=\"" << figure.id << "\" data-key=\"" << html_attribute(worst.key) << "\">\n";
     write_caption(out, view, figure);
-    out << "<div class=\"drawing\" tabindex=\"0\" role=\"region\" aria-label=\"drawing "
+    out << R"(<div class="drawing" tabindex="0" role="region" aria-label="drawing )"
         << html_attribute(figure.title) << "\">" << figure_svg(figure) << "</div>\n";
     write_figure_numbers(out, figure);
     out << "</figure>\n</details>\n";

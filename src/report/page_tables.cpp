@@ -152,7 +152,7 @@ void write_failing(std::ostream &out, const PageView &view)
     }
     out << "<section id=\"failing\"><h2>What fails, worst first</h2>\n";
     begin_scroll(out, "what fails", true);
-    begin_table(out, "class=\"sortable\" id=\"findings\"", "",
+    begin_table(out, R"(class="sortable" id="findings")", "",
                 {{"#", true},
                  {"signal"},
                  {"analysis"},

@@ -61,13 +61,12 @@ void write_bars(std::ostream &out, const Ratios &ratios, double scale_to)
     out << "<td><svg class=\"over\" viewBox=\"0 0 130 16\" width=\"130\" height=\"16\" role=\"img\" "
            "aria-label=\""
         << "absolute error " << four_digits(ratios.abs) << " times its tolerance, relative error "
-        << four_digits(ratios.rel)
-        << " times\"><rect class=\"over-abs\" x=\"0\" y=\"1\" height=\"6\" width=\""
+        << four_digits(ratios.rel) << R"( times"><rect class="over-abs" x="0" y="1" height="6" width=")"
         << coordinate(bar_length(ratios.abs, scale_to))
-        << "\" fill=\"#b3261e\"/><rect class=\"over-rel\" x=\"0\" y=\"9\" height=\"6\" width=\""
+        << R"(" fill="#b3261e"/><rect class="over-rel" x="0" y="9" height="6" width=")"
         << coordinate(bar_length(ratios.rel, scale_to))
-        << "\" fill=\"#7fb2e5\"/><path class=\"over-limit\" d=\"M" << limit
-        << " 0V16\" stroke=\"#222\" stroke-dasharray=\"2 1\"/></svg> <span class=\"hint\">"
+        << R"(" fill="#7fb2e5"/><path class="over-limit" d="M)" << limit
+        << R"( 0V16" stroke="#222" stroke-dasharray="2 1"/></svg> <span class="hint">)"
         << with_unit(ratios.abs, {}, 2) << " / " << with_unit(ratios.rel, {}, 2) << "</span>";
 }
 
@@ -80,7 +79,7 @@ void write_sides(std::ostream &out, const Finding &finding)
         return;
     }
     for (const double value : {finding.ref_value, finding.cmp_value}) {
-        out << "<td class=\"n\" data-v=\"" << number_text(value) << "\">" << number_text(value);
+        out << R"(<td class="n" data-v=")" << number_text(value) << "\">" << number_text(value);
     }
 }
 
@@ -89,7 +88,7 @@ void write_row(std::ostream &out, const PageView &view, std::size_t index, doubl
     const Entry &entry = view.result.findings[index];
     const Finding &finding = entry.finding;
     const Ratios ratios = ratios_of(finding, view.result.options);
-    out << "<tr id=\"v" << index << "\" data-key=\"" << html_attribute(entry.key) << "\"><th scope=\"row\">"
+    out << "<tr id=\"v" << index << "\" data-key=\"" << html_attribute(entry.key) << R"("><th scope="row">)"
         << name_text(title_of(finding)) << "</th>";
     write_sides(out, finding);
     out << "<td>" << name_text(units_of(finding));

@@ -179,18 +179,19 @@ void PairRun::wait_for_end()
     int status = 0;
     while (waitpid(child_, &status, 0) < 0 && errno == EINTR) {
     }
-    if (WIFSIGNALED(status)) {
-        const int number = WTERMSIG(status);
-        died_ = "ended by signal " + std::to_string(number) + " (" + strsignal(number) + ")";
-    } else {
-        died_ = "ended with exit code " + std::to_string(WEXITSTATUS(status)) + " without a grade";
-    }
-    if (!handover_->has_grade) {
-        if (WIFSIGNALED(status)) { // the transcript has no word about that
-            print_message("the comparison " + died_);
+    const int number = WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
+    const std::string end = WIFSIGNALED(status)
+                                ? "ended by signal " + std::to_string(number) + " (" + strsignal(number) + ")"
+                                : "ended with exit code " + std::to_string(number);
+    if (handover_->has_grade) {
+        if (fault_.empty() && !handover_->is_written) {
+            fault_ = handover_->fault[0] != '\0' ? handover_->fault : "the process that wrote it " + end;
         }
-    } else if (fault_.empty() && !handover_->is_written) {
-        fault_ = handover_->fault[0] != '\0' ? handover_->fault : "writing it " + died_;
+        return;
+    }
+    died_ = "the comparison " + end + " without a grade";
+    if (WIFSIGNALED(status)) { // the transcript has no word about that
+        print_message(died_);
     }
 }
 

@@ -48,10 +48,12 @@ template <typename Item> void put_in(std::vector<Item> &heap, Item item)
 class KeyNumbers
 {
   public:
-    std::string numbered(const std::string &key)
+    std::string numbered(std::string key)
     {
-        const int number = ++met_[key];
-        return number == 1 ? key : numbered(key + "~" + std::to_string(number));
+        for (int number = ++met_[key]; number > 1; number = ++met_[key]) { // a name may end with "~2", too
+            key += "~" + std::to_string(number);
+        }
+        return key;
     }
 
   private:

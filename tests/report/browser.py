@@ -1,9 +1,6 @@
 # SPDX-License-Identifier: MIT
 """A headless browser on pages of tresk-report, and pairs of files to make such pages of."""
-import json
-import os
 import pathlib
-import random
 import subprocess
 import sys
 

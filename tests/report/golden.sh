@@ -27,7 +27,7 @@ cat "$WORK/stderr" >&2
 cmp "$WORK/stderr" "$WORK/out/transcript.txt" >&2
 cp "$WORK/out/result.json" "$RESULTS/$$.json"
 [ "$(cat "$WORK/stdout")" = "$WORK/out/report.html" ] || [ $code = 0 ] || echo "no path of a page" >&2
-[ $code != 6 ] || code=$(sed -n 's/.*"died":"ended with exit code \([0-9]*\) .*/\1/p' "$WORK/out/result.json")
+[ $code != 6 ] || code=$(sed -n 's/.*"died":"the comparison ended with exit code \([0-9]*\) .*/\1/p' "$WORK/out/result.json")
 exit "$code"
 END
 chmod +x "$WORK/tresk"

@@ -4,8 +4,10 @@
 import base64
 import json
 import math
+import os
 import re
 import shutil
+import subprocess
 import sys
 import time
 import unittest
@@ -331,7 +333,7 @@ class Page(unittest.TestCase):
             files.append(text.replace('\n* XUNITS', f'\n* TITLE  {EVIL[2 + side]}\n* XUNITS', 1))
         folder = WORK / EVIL[1]
         folder.mkdir()
-        paths = [path.rename(folder / (EVIL[0].replace('/', '') + path.name)) for path in write_pair('hostile', *files)]
+        paths = [path.rename(folder / (EVIL[0] + "'\\ $x\x1b\udcff" + path.name)) for path in write_pair('hostile', *files)]
         page = make_page('hostile', *paths)
         self.open(page)
         self.run_script('for (const d of document.querySelectorAll("details")) d.open = true;'
@@ -345,6 +347,9 @@ class Page(unittest.TestCase):
         self.assertEqual([r for r in self.requests() if r != page.as_uri()], [])
         self.assertNotRegex(page.read_text(encoding='utf-8'), '[\x00-\x08\x0b-\x1f\x7f-\x9f\u202a-\u202e\u2066-\u2069]')
         self.assertEqual(self.run_script('return document.title').split(' ')[0], 'FAIL_I')
+        command = self.find('#command').get_property('textContent')
+        words = subprocess.run(['bash', '-c', 'tresk() { printf "%s\\0" "$@"; }; ' + command], stdout=subprocess.PIPE, check=True)
+        self.assertEqual(words.stdout.split(b'\0')[:-1], [os.fsencode(path) for path in paths])
 
     def test_policy_allows_its_own_script_alone(self):
         page = WORK / 'inlined.html'
@@ -416,6 +421,5 @@ class Page(unittest.TestCase):
 
 
 if __name__ == '__main__':
-    import os
     os.chdir(SOURCE)
     unittest.main(argv=sys.argv[:1] + sys.argv[4:], verbosity=2)
