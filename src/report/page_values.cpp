@@ -65,7 +65,7 @@ void write_bars(std::ostream &out, const Ratios &ratios, double scale_to)
         << coordinate(bar_length(ratios.abs, scale_to))
         << R"(" fill="#b3261e"/><rect class="over-rel" x="0" y="9" height="6" width=")"
         << coordinate(bar_length(ratios.rel, scale_to))
-        << R"(" fill="#7fb2e5"/><path class="over-limit" d="M)" << limit
+        << R"(" fill="#6aa9e4"/><path class="over-limit" d="M)" << limit
         << R"( 0V16" stroke="#222" stroke-dasharray="2 1"/></svg> <span class="hint">)"
         << with_unit(ratios.abs, {}, 2) << " / " << with_unit(ratios.rel, {}, 2) << "</span>";
 }
