@@ -70,6 +70,10 @@ def peak_mib(runs):
     return runs.peak / 2**20
 
 
+def peak_mib_more(first, second):
+    return (first.peak - second.peak) / 2**20
+
+
 def peak_a_point(runs):
     return (runs.peak - 8 * 2**20) / (2 * runs.points)
 
@@ -79,6 +83,18 @@ def peak_a_point(runs):
 
 def tresk(data):
     return ["{tresk}", data.golden, data.regress]
+
+
+def tresk_failing(data):
+    return [*tresk(data), "-Aonly", "-a", "0"]
+
+
+def report(data):
+    return ["{report}", "pair", "--quiet", "--out", f"{data}.report", data.golden, data.regress]
+
+
+def report_failing(data):
+    return [*report(data), "-Aonly", "-a", "0"]
 
 
 def tresk_on_pipes(data):
@@ -150,7 +166,7 @@ PREPARATIONS = {cmp_copy: copy_golden, h5diff: import_arrays}
 @dataclass(frozen=True)
 class Row:
     """A line of the table. The steps are what is measured in turn: commands and the pairs they work on.
-    The first must end with the exit status grade, the others with 0."""
+    The first must end with the exit status grade, the others with other_grade."""
 
     name: str
     measure: str
@@ -161,6 +177,7 @@ class Row:
     floor: Optional[float]
     runs: int = 9
     grade: int = 0
+    other_grade: int = 0  # what all steps but the first end with
     on_request: bool = False  # too large for every day
 
     def verdict(self, figure):
@@ -252,6 +269,11 @@ ROWS = (
     Row("failing", "every value failing, a line each, against a passing pair",
         ((tresk, FAILING), (tresk, PASSING)), microseconds_more, "us a line more", 0.5, 1, grade=3),
     against(true, "tiny", "10 signals of 10 points, against `/bin/true`", TINY, 1.1, 1.4, runs=301),
+    against(tresk, "report-passing", "report of a passing pair, transient text", TEXT, 1.3, 1.6, command=report),
+    against(tresk_failing, "report-failing", "page and data of a failing pair, 50 figures", TEXT, 2, 3,
+            command=report_failing, grade=3, other_grade=3),
+    Row("report-memory", "peak memory of these beyond that of tresk", ((report_failing, TEXT), (tresk_failing, TEXT)),
+        peak_mib_more, "MiB more", 32, 64, runs=1, grade=3, other_grade=3),
     # Each waveform gets its own copy of the times: twice the bytes come out.
     against(cp, "raw-doubles", "rawfile of 20 variables, 200 MB, to BINARY_DBL, against `cp`", RAWFILE, 3, 5,
             command=TO_DOUBLES),
@@ -272,11 +294,12 @@ class Bench:
         self.quick = quick
         self.tresk = os.path.join(build, "tresk")
         self.raw2punch = os.path.join(build, "raw2punch")
+        self.report = os.path.join(build, "tresk-report")
         self.make_punch = os.path.join(build, "bench", "make_punch")
         self.make_raw = os.path.join(build, "bench", "make_raw")
         self.timed_run = os.path.join(build, "bench", "timed_run")
         self.points = {}  # of one file, by the pair
-        for program in self.tresk, self.raw2punch, self.make_punch, self.make_raw, self.timed_run:
+        for program in self.tresk, self.raw2punch, self.report, self.make_punch, self.make_raw, self.timed_run:
             if not os.access(program, os.X_OK):
                 sys.exit(f"{program} is missing: build with -DTRESK_BUILD_BENCH=ON")
 
@@ -291,7 +314,7 @@ class Bench:
         """Makes the files of a row and removes those of others."""
         for name in os.listdir():
             if not any(name.startswith(f"{data}.") for data in wanted):
-                os.remove(name)
+                (shutil.rmtree if os.path.isdir(name) else os.remove)(name)
         self.points = {data: count for data, count in self.points.items() if data in wanted}
         for data in wanted:
             if data not in self.points:
@@ -299,7 +322,10 @@ class Bench:
 
     def run(self, row, command, grade):
         """Runs a command. Returns its seconds and its peak memory."""
-        words = [word.replace("{tresk}", self.tresk).replace("{raw2punch}", self.raw2punch) for word in command]
+        programs = {"{tresk}": self.tresk, "{raw2punch}": self.raw2punch, "{report}": self.report}
+        words = list(command)
+        for place, program in programs.items():
+            words = [word.replace(place, program) for word in words]
         printed = subprocess.run([self.timed_run, *words], check=True, stdout=subprocess.PIPE).stdout
         seconds, kibibytes, status = printed.split()
         if int(status) != grade:
@@ -311,14 +337,14 @@ class Bench:
         self.provide([data for _, data in row.steps])
         for command, data in row.steps:
             PREPARATIONS.get(command, lambda bench, data: None)(self, data)
-        lengths = {name: os.path.getsize(name) for name in os.listdir()}
+        lengths = {name: os.path.getsize(name) for name in os.listdir() if os.path.isfile(name)}
         runs = [Runs(self.points[data]) for _, data in row.steps]
         for _ in range(min(row.runs, 3) if self.quick else row.runs):
             for place, (command, data) in enumerate(row.steps):
                 # The first of two runs gets back what the command before took: the caches, and memory
                 # that a virtual machine has handed to its host. A long run does not notice.
                 for _ in range(2):
-                    seconds, peak = self.run(row, command(data), 0 if place else row.grade)
+                    seconds, peak = self.run(row, command(data), row.other_grade if place else row.grade)
                     for name, length in lengths.items():
                         if os.path.getsize(name) != length:  # what indexing appends
                             os.truncate(name, length)

@@ -1,7 +1,8 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Installs what the build needs and this machine lacks, or says what to install. Arguments name more:
-# googletest, cli11, or commands, each in the Debian package of the same name, or as PACKAGE:COMMAND.
+# googletest, cli11, json, libcrypto, jsonschema, selenium, or commands, each in the Debian package of the same name,
+# or as PACKAGE:COMMAND.
 set -eu
 
 need() { # <Debian package> <command that succeeds when it is there>...
@@ -10,12 +11,8 @@ need() { # <Debian package> <command that succeeds when it is there>...
     "$@" >/dev/null 2>&1 </dev/null || missing="$missing $package"
 }
 
-has_googletest() {
-    echo '#include <gtest/gtest.h>' | "${CXX:-c++}" -E -x c++ -
-}
-
-has_cli11() {
-    echo '#include <CLI/CLI.hpp>' | "${CXX:-c++}" -std=c++17 -E -x c++ -
+has_header() {
+    echo "#include <$1>" | "${CXX:-c++}" -std=c++17 -E -x c++ -
 }
 
 find_missing() {
@@ -28,8 +25,12 @@ find_missing() {
     esac
     for tool; do
         case $tool in
-        googletest) need libgtest-dev has_googletest ;;
-        cli11) need libcli11-dev has_cli11 ;;
+        googletest) need libgtest-dev has_header gtest/gtest.h ;;
+        cli11) need libcli11-dev has_header CLI/CLI.hpp ;;
+        json) need nlohmann-json3-dev has_header nlohmann/json.hpp ;;
+        libcrypto) need libssl-dev has_header openssl/evp.h ;;
+        selenium) need python3-selenium /usr/bin/python3 -c 'import selenium' ;;
+        jsonschema) need python3-jsonschema python3 -c 'import jsonschema' ;;
         *) need "${tool%:*}" command -v "${tool#*:}" ;;
         esac
     done

@@ -7,10 +7,17 @@ build=$1 work=$2
 here=$(dirname "$0")
 rm -rf "$work"
 mkdir -p "$work"
+
+# Without what this build has no program for.
+wanted() {
+    grep -v -e "$([ -x "$build/raw2punch" ] && echo ' ' || echo raw2punch)" \
+        -e "$([ -x "$build/tresk-report" ] && echo ' ' || echo 'tresk-report\|result-1')" "$here/installed_files.txt"
+}
+
 install=(cmake --install "$build" --component Unspecified --prefix) # a component has a manifest of its own
 "${install[@]}" "$work/first" >/dev/null
 (cd "$work/first" && find . -type f ! -path '*/doc/*' ! -name '*Targets*' | LC_ALL=C sort) |
-    diff <([ -x "$build/raw2punch" ] && cat "$here/installed_files.txt" || grep -v raw2punch "$here/installed_files.txt") -
+    diff <(wanted) -
 ls "$work/first/share/doc/tresk"/{LICENSE,CHANGELOG.md,docs/harness.md,docs/punch-format.md} >/dev/null
 mv "$work/first" "$work/moved"
 [ -z "$(grep -rl "$work/first" "$work/moved")" ]

@@ -2,13 +2,7 @@
 // Random results, spelled at random in two files, one of them with changes. What a listener hears of
 // their comparison must be what a plain judgement of the same results finds. Fourier results, poles and
 // zeros and binary operating points are left to the golden cases, and so is the transcript.
-#include "listening.h"
-#include "model_judge.h"
-#include "model_results.h"
-#include "model_speller.h"
-
-#include <filesystem>
-#include <gtest/gtest.h>
+#include "model_rounds.h"
 
 namespace
 {
@@ -47,48 +41,10 @@ class Recorder : public Listener
     std::multiset<std::string> findings_;
 };
 
-// Compares a pair of random files and what is heard of it with the plain judgement.
-void run_round(unsigned seed, const std::string &folder)
-{
-    Dice dice(seed);
-    const Results ref = random_results(dice);
-    Results cmp = ref;
-    for (int changes = dice.below(6); changes > 0; --changes) {
-        change(dice, cmp);
-    }
-    const Tolerances tolerances{dice.pick(Texts{"", "", "-Aonly", "-Ronly", "-AorR", "-AandR"}),
-                                dice.pick(Texts{"0", "1e-12", "0.5"}), dice.pick(Texts{"0", "0.01", "0.25"})};
-    const std::string binary = dice.pick(Texts{"", "BINARY", "BINARY_DBL"});
-    const bool big_endian = dice.one_in(2);
-    Speller ref_speller(dice, binary, big_endian);
-    Speller cmp_speller(dice, binary, big_endian);
-    std::ofstream(folder + "/ref.pun", std::ios::binary) << ref_speller.spelled(ref);
-    std::ofstream(folder + "/cmp.pun", std::ios::binary) << cmp_speller.spelled(cmp);
-    setenv("KORSIM3_REVERSE_BYTES", big_endian ? "1" : "0", 1);
-    Recorder recorder(folder + "/heard");
-    Texts arguments = {"ref.pun", "cmp.pun", "-a", tolerances.absolute, "-r", tolerances.relative};
-    if (!tolerances.mode.empty()) {
-        arguments.push_back(tolerances.mode);
-    }
-    const int code = run_listening(recorder, folder, arguments);
-    Judge judge(tolerances);
-    judge.compare(ref, cmp);
-    judge.compare_formats(ref_speller.format(), cmp_speller.format());
-    EXPECT_EQ(code, judge.grade());
-    EXPECT_EQ(read_file(folder + "/heard"), text_of(judge.findings, judge.status, judge.grade()));
-    if (testing::Test::HasFailure()) {
-        FAIL() << "Seed " << seed << "; kept in " << folder << ":\nKORSIM3_REVERSE_BYTES=" << big_endian
-               << " tresk " << testing::PrintToString(arguments);
-    }
-}
-
 TEST(Model, RandomResultsAreJudgedPlainly)
 {
-    const std::string folder = make_folder();
-    for (unsigned seed = 0; seed < 300; ++seed) {
-        ASSERT_NO_FATAL_FAILURE(run_round(seed, folder));
-    }
-    std::filesystem::remove_all(folder);
+    run_rounds<Recorder>(
+        [](const Judge &judge) { return text_of(judge.findings, judge.status, judge.grade()); });
 }
 
 } // namespace

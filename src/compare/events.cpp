@@ -35,6 +35,13 @@ void count_results(const MODIFYform &modify, std::array<std::size_t, kAnalysisCo
 
 } // namespace
 
+void note_start(const RunStart &start)
+{
+    if (listening()) {
+        listener->started(start);
+    }
+}
+
 void note_file_read(const PF &file, Side side, int result)
 {
     if (!listening()) {

@@ -16,6 +16,7 @@ inline bool goes_unreported(const Judged &judged)
     return judged.verdict == PASSES && !listening();
 }
 
+void note_start(const RunStart &start);
 void note_file_read(const PF &file, Side side, int result);
 void note_end(const RunEnd &end);
 

@@ -110,7 +110,8 @@ struct Finding {
     int root_kind = 0;               // RootKind
     bool half_planes_differ = false; // of a root, which then fails whatever its errors are
 
-    // Both sides as printed, or as they would be; of judged single values in full precision instead.
+    // Both sides as printed, or as they would be; of judged single values, and of the worst point of a sweep
+    // that fails, in full precision instead.
     std::string ref_text;
     std::string cmp_text;
     double ref_value = 0.0;

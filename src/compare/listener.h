@@ -10,6 +10,16 @@
 #include <array>
 #include <cstddef>
 
+// What a comparison goes by, from the command line.
+struct RunStart {
+    double abstol = 0.0;
+    double reltol = 0.0;
+    const char *mode = ""; // "default", "Aonly", "Ronly", "AorR" or "AandR"
+    bool desert = false;
+    int pem = 0;
+    int nem = 0;
+};
+
 struct FileRead {
     const PF *file = nullptr; // its name, data format and all records
     Side side = Side::NEITHER;
@@ -29,6 +39,11 @@ class Listener
 {
   public:
     virtual ~Listener() = default;
+
+    // Before anything is read.
+    virtual void started(const RunStart &)
+    {
+    }
 
     virtual void file_read(const FileRead &read) = 0;
 

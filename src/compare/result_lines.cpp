@@ -103,7 +103,7 @@ void print_time_line(const Wform &ref, int code, const Judged &judged, const cha
 class WorstSearch
 {
   public:
-    void look_at(double x, const Judged &judged)
+    void look_at(const PT &ref, const PT &cmp, const Judged &judged)
     {
         ++index_;
         if (passes(judged) || met_nan) {
@@ -112,12 +112,16 @@ class WorstSearch
         met_nan = judged.verdict == NOT_A_NUMBER;
         const double product = judged.abserr * judged.relerr;
         if (met_nan || place.index < 0 || product > product_) {
-            place = {index_, x};
+            place = {index_, ref.x};
+            ref_value = ref.val;
+            cmp_value = cmp.val;
             product_ = product;
         }
     }
 
     WorstPlace place;
+    double ref_value = 0.0;
+    double cmp_value = 0.0;
     bool met_nan = false;
 
   private:
@@ -141,9 +145,11 @@ unsigned pass_on_sweep(const Wform &ref, const Wform &cmp, int code, const Sweep
         return bits;
     }
     WorstSearch search;
-    analysis_row(code).walk(ref, cmp, [&search](const PT &point, const PT &, const Judged &judged) {
-        search.look_at(point.x, judged);
-    });
+    if (bits != 0) {
+        analysis_row(code).walk(ref, cmp, [&search](const PT &point, const PT &other, const Judged &judged) {
+            search.look_at(point, other, judged);
+        });
+    }
     Finding finding = finding_here(FindingKind::SWEEP, code, ref.name, bits);
     finding.signals = {&ref, &cmp};
     finding.judged = {glAbstol, found.max_abs, found.max_rel, search.met_nan ? NOT_A_NUMBER : FAILS};
@@ -156,6 +162,8 @@ unsigned pass_on_sweep(const Wform &ref, const Wform &cmp, int code, const Sweep
     finding.compared = found.compared;
     finding.met_nan = search.met_nan;
     finding.worst = search.place;
+    finding.ref_value = search.ref_value;
+    finding.cmp_value = search.cmp_value;
     pass_on(finding);
     return bits;
 }

@@ -61,11 +61,16 @@ ExitGrade exit_grade(int masked)
     return GRADE_FAIL_SV;
 }
 
+const char *grade_name(ExitGrade grade)
+{
+    return kGradeNames[grade];
+}
+
 ExitGrade report_grade(unsigned exit_status, const ExitMasks &masks)
 {
     const int masked = masked_status(exit_status, masks);
     const ExitGrade grade = exit_grade(masked);
-    transcript_printf("\n Comparison result:  %s", kGradeNames[grade]);
+    transcript_printf("\n Comparison result:  %s", grade_name(grade));
     if (grade == GRADE_PASS) {
         transcript_puts("\n\n");
     } else {

@@ -26,6 +26,9 @@ int masked_status(unsigned exit_status, const ExitMasks &masks);
 // (docs/verdict.md, "Which finding decides").
 ExitGrade exit_grade(int masked);
 
+// "PASS", "FAIL_I" ...
+const char *grade_name(ExitGrade grade);
+
 // Prints the result of a run. Returns its grade.
 ExitGrade report_grade(unsigned exit_status, const ExitMasks &masks);
 

@@ -187,6 +187,26 @@ RunOptions scan_arguments(int argc, char **argv)
     return RunOptions{masks, indexscript != 0, !goes_on};
 }
 
+ArgumentKind kind_of_argument(const char *argument)
+{
+    if (argument[0] != '-') {
+        return ArgumentKind::FILE_NAME;
+    }
+    const OptionRule *rule = find_rule(argument);
+    if (rule == nullptr || rule->action == Action::FLAG) {
+        return ArgumentKind::OPTION;
+    }
+    switch (rule->action) {
+    case Action::REAL:
+    case Action::DECIMAL:
+        return ArgumentKind::OPTION_AND_VALUE;
+    case Action::MASK:
+        return ArgumentKind::NEEDS_VALUE;
+    default:
+        return ArgumentKind::ENDS_COMPARING;
+    }
+}
+
 std::vector<OptionName> option_names()
 {
     std::vector<OptionName> names;

@@ -25,6 +25,17 @@ void read_environment();
 // what it does not know. An information-only option prints its text and ends the scan.
 RunOptions scan_arguments(int argc, char **argv);
 
+// What the scan makes of an argument that it does not take as the value of the one before.
+enum class ArgumentKind {
+    FILE_NAME,
+    OPTION,           // alone, also one that is unknown
+    OPTION_AND_VALUE, // takes the next argument, whatever that is
+    NEEDS_VALUE,      // the same, and without a next argument prints a text instead of comparing
+    ENDS_COMPARING,   // asks for a text or an index instead of a comparison
+};
+
+ArgumentKind kind_of_argument(const char *argument);
+
 // An option by its full name. The manual, the usage text and the completions are held to these by a test.
 struct OptionName {
     const char *word;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "driver/tk_main.h"
 
+#include "compare/events.h"
 #include "driver/compare_files.h"
 #include "driver/options.h"
 #include "read/tk_read.h"
@@ -12,10 +13,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+const char kTreskVersion[] = "3.94";
+
 namespace
 {
-
-constexpr char kVersion[] = "3.94";
 
 // Settles the tolerance mode. False when the user chose more than one.
 bool check_tolerance_mode()
@@ -63,32 +64,54 @@ int run_compare_mode(const RunOptions &options)
     return report_grade(compare_files(ref_file, com_file), options.masks);
 }
 
+const char *tolerance_mode()
+{
+    if (glDefaultChecking) {
+        return "default";
+    }
+    if (glAonly) {
+        return "Aonly";
+    }
+    if (glRonly) {
+        return "Ronly";
+    }
+    return glAorR ? "AorR" : "AandR";
+}
+
 // Returns the exit code.
 int run(const RunOptions &options)
 {
     if (options.information_only) {
         return 0;
     }
-    if (!check_tolerance_mode()) {
+    const bool mode_is_clear = check_tolerance_mode();
+    note_start({glAbstol, glReltol, mode_is_clear ? tolerance_mode() : "", desert != 0,
+                options.masks.positive, options.masks.negative});
+    if (!mode_is_clear) {
         transcript_puts("\nToo many tolerance control options specified.\n"
                         "Only one of the following is allowed: -Aonly, -Ronly, -AorR, -AandR\n\n");
         return report_grade(EXIT_ARGUMENTS, options.masks);
     }
     if (!options.indexscript && !indexmirel && !indexrdinp) {
-        transcript_printf("\n***** tresk, version %s *****\n\n", kVersion);
+        transcript_printf("\n***** tresk, version %s *****\n\n", kTreskVersion);
     }
     return pun_index ? run_index_mode(options) : run_compare_mode(options);
 }
 
 } // namespace
 
-int run_tresk(int argc, char **argv)
+void prepare_process()
 {
     // A reader of the transcript that goes away, or a file that may not grow, must not turn the grade
     // into a signal: the write fails instead.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     occupy_standard_streams();
+}
+
+int run_tresk(int argc, char **argv)
+{
+    prepare_process();
     read_environment();
     return run(scan_arguments(argc, argv));
 }

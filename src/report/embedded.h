@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// Files of the source tree that are part of the program (embed_text in CMakeLists.txt).
+#ifndef TRESK_REPORT_EMBEDDED_H
+#define TRESK_REPORT_EMBEDDED_H
+
+#include <string_view>
+
+namespace report
+{
+
+extern const std::string_view kResultSchema; // of result.json
+extern const std::string_view kPageStyle;    // web/report.css
+extern const std::string_view kPageScript;   // the scripts of web/
+
+} // namespace report
+
+#endif

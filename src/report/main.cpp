@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "report/embedded.h"
+#include "report/options.h"
+
+#include <cstdio>
+
+namespace
+{
+
+int print_schema()
+{
+    const std::string_view schema = report::kResultSchema;
+    const bool is_printed =
+        std::fwrite(schema.data(), 1, schema.size(), stdout) == schema.size() && std::fflush(stdout) == 0;
+    if (!is_printed) {
+        std::perror("tresk-report: cannot print the schema");
+    }
+    return is_printed ? 0 : report::kNotWritten;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const report::CommandLine line = report::read_command_line(argc, argv);
+    switch (line.command) {
+    case report::Command::PAIR:
+        return report::run_pair(line.pair);
+    case report::Command::SCHEMA:
+        return print_schema();
+    default:
+        return line.exit_code;
+    }
+}

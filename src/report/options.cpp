@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#include "report/options.h"
+
+#include "driver/tk_main.h"
+
+#include <algorithm>
+#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
+
+namespace report
+{
+
+namespace
+{
+
+constexpr int kMostFigures = 10000;
+constexpr int kMostData = 1024; // MiB
+constexpr int kMostFindings = 100000000;
+
+// The program, as far as it is CLI11's: commands and options with two dashes.
+class Program
+{
+  public:
+    explicit Program(PairOptions &options) : options_(options)
+    {
+        app_.set_version_flag("--version", std::string("tresk-report ") + kTreskVersion);
+        app_.set_help_flag("--help", "Print this text and exit");
+        app_.require_subcommand(1);
+        app_.fallthrough(false);
+        add_pair();
+        schema_ = app_.add_subcommand("schema", "Print the JSON schema of result.json");
+        schema_->set_help_flag("--help", "Print this text and exit");
+    }
+
+    bool takes_value(const std::string &option) const
+    {
+        const CLI::Option *found = pair_->get_option_no_throw(option);
+        return found != nullptr && found->get_items_expected_max() > 0;
+    }
+
+    // Takes the words from the command on.
+    void parse(std::vector<std::string> words)
+    {
+        std::reverse(words.begin(), words.end()); // as CLI11 wants them
+        app_.parse(std::move(words));
+        options_.data_bytes = static_cast<std::int64_t>(data_) << 20;
+    }
+
+    int exit(const CLI::ParseError &error)
+    {
+        return app_.exit(error) == 0 ? 0 : kWrongCall;
+    }
+
+    bool is_schema() const
+    {
+        return schema_->parsed();
+    }
+
+  private:
+    void add_pair()
+    {
+        pair_ =
+            app_.add_subcommand("pair", "Compare GOLDEN and REGRESSION with tresk and report what differs");
+        pair_->set_help_flag("--help", "Print this text and exit");
+        pair_->footer(
+            "Everything else is for tresk, which is called with [OPTION...] GOLDEN REGRESSION: see "
+            "tresk -help.\nTranscript and exit code are those of tresk; 6: no grade, 64: wrong call, "
+            "73: no report.");
+        pair_->add_option("--out", options_.out, "Folder of the report (usual: REGRESSION.report here)")
+            ->type_name("DIR")
+            ->check([](const std::string &path) { return path.empty() ? "needs a name" : ""; });
+        pair_->add_option("--figures", options_.figures, "Figures in the page, worst first (usual: 50)")
+            ->type_name("N")
+            ->check(CLI::Range(0, kMostFigures).description(""));
+        pair_->add_option("--data", data_, "MiB of waveforms in the page (usual: 8)")
+            ->type_name("MiB")
+            ->check(CLI::Range(0, kMostData).description(""));
+        pair_
+            ->add_option("--findings", options_.findings,
+                         "Findings in the report, worst first (usual: 100000)")
+            ->type_name("N")
+            ->check(CLI::Range(0, kMostFindings).description(""));
+        pair_->add_flag("--always", options_.always, "Write a page even when all passes");
+        pair_->add_flag("--quiet", options_.quiet, "Print neither the transcript nor the path of the page");
+    }
+
+    CLI::App app_{"Shows what a comparison by tresk found.", "tresk-report"};
+    CLI::App *pair_ = nullptr;
+    CLI::App *schema_ = nullptr;
+    PairOptions &options_;
+    int data_ = 8;
+};
+
+// Words for CLI11: of a comparison without those for tresk. A call for help needs no files.
+std::vector<std::string> own_words(const std::vector<std::string> &words, const Program &program,
+                                   PairOptions &options)
+{
+    const bool asks_for_help = std::find(words.begin(), words.end(), "--help") != words.end();
+    if (words.empty() || words[0] != "pair") {
+        return words;
+    }
+    if (asks_for_help) {
+        return {"pair", "--help"};
+    }
+    const auto takes_value = [&program](const std::string &option) {
+        return program.takes_value(option);
+    };
+    options.arguments = split_arguments({words.begin() + 1, words.end()}, takes_value);
+    std::vector<std::string> own = options.arguments.own;
+    own.insert(own.begin(), "pair");
+    return own;
+}
+
+} // namespace
+
+CommandLine read_command_line(int argc, char **argv)
+{
+    CommandLine line;
+    Program program(line.pair);
+    try {
+        program.parse(own_words({argv + std::min(argc, 1), argv + argc}, program, line.pair));
+        line.command = program.is_schema() ? Command::SCHEMA : Command::PAIR;
+    } catch (const CLI::ParseError &error) {
+        line.exit_code = program.exit(error);
+    } catch (const WrongCall &wrong) {
+        std::fprintf(stderr, "tresk-report: %s\nRun with --help for more information.\n", wrong.what());
+        line.exit_code = kWrongCall;
+    }
+    return line;
+}
+
+} // namespace report
