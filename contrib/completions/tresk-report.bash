@@ -15,6 +15,7 @@ _tresk_report() {
         --figures | --data | --findings) return ;; # a number of the user's own
         esac
         if [[ $word != --* ]]; then # for tresk: its options, their values, the files
+            # shellcheck source=contrib/completions/tresk.bash
             declare -F _tresk >/dev/null || . "${BASH_SOURCE[0]%/*}/tresk"
             _tresk
             return
