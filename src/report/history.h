@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+// The history of a tree of comparisons: a file, an SQLite database, that keeps what the runs found, so that
+// it can be asked since when something fails. docs/history.md describes its tables.
+#ifndef TRESK_REPORT_HISTORY_H
+#define TRESK_REPORT_HISTORY_H
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace report
+{
+
+constexpr int kRecentRuns = 30; // of which the course of the errors is known
+
+// What a run found, as it is added to a history.
+
+// One judged finding of a pair: a signal that fails, or something that is missing or differs.
+struct RunFinding {
+    std::string key;               // as in result.json: the same from run to run
+    std::string analysis;          // "TR" ...; may be empty
+    std::string name;              // of the signal; may be empty
+    std::optional<double> abs_err; // NaN and infinities too; nothing where no error was judged
+    std::optional<double> rel_err;
+};
+
+struct RunPair {
+    std::string path; // below the tree: the same from run to run; any bytes
+    int grade = 0;    // 0 (PASS) to 5, 6 (no grade) or 7 (no data)
+    bool has_findings =
+        false; // whether it has a report; a PASS needs none, the signals of others are not known
+    std::int64_t failing = 0;         // all findings that fail, those beyond the list below too
+    std::vector<RunFinding> findings; // worst first
+};
+
+struct Run {
+    std::string out;            // the folder of the run, absolute
+    std::int64_t began = 0;     // seconds since 1970, UTC. A run is known by this and its folder.
+    std::string arguments;      // of the comparisons, one line
+    std::vector<RunPair> pairs; // no path twice
+};
+
+// What a history answers.
+
+struct RunMark {
+    std::int64_t number = 0; // 1 for the first run of the history
+    std::int64_t began = 0;  // seconds since 1970, UTC
+};
+
+enum class Standing {
+    ABSENT,  // the pair was not part of the run
+    UNKNOWN, // it was, but without grade or, for a signal, without report
+    PASSED,
+    FAILED
+};
+
+// What a pair, by its worst finding, or a signal was in a run.
+struct Moment {
+    Standing standing = Standing::ABSENT;
+    std::optional<double> abs_err; // of FAILED only, as far as an error was judged
+    std::optional<double> rel_err;
+};
+
+// How a pair or signal came to where it is.
+struct Course {
+    // The run since when it fails without a pass between, runs without it or without knowledge of it left
+    // aside. Nothing when it does not fail in the newest run.
+    std::optional<RunMark> first_bad;
+    // The last run that it passed before that. Nothing when it never did; a pair that had no findings of a
+    // signal because its report is missing did not pass.
+    std::optional<RunMark> last_good;
+    std::vector<Moment> recent; // in History::recent_runs(), oldest first, the newest run last
+    int flaps = 0;              // changes between PASSED and FAILED in recent
+};
+
+// Something that flaps changed this often in the recent runs: went wrong, was mended and went wrong again, or
+// the other way round.
+constexpr int kFlapping = 3;
+
+struct SignalCourse {
+    std::string key;
+    std::string analysis;
+    std::string name;
+    Course course;
+};
+
+struct PairCourse {
+    std::string path;
+    int grade = 0; // in the newest run; -1 where it is not part of it
+    Course course;
+    std::vector<SignalCourse> signals; // that failed in a recent run, by key
+};
+
+// The history cannot be used: no file, no history, damaged, locked, a full disk. The text says which, and
+// starts with the path. What the file held before, it holds still.
+struct HistoryFault : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+enum class Added {
+    NEW,      // the run is the newest one now
+    REPLACED, // it was the newest one already: what was known of it has been replaced
+    OLDER     // it is an older one that is known already: left as it is
+};
+
+class History
+{
+  public:
+    enum class Access {
+        READ, // the file has to be there, and is not changed
+        WRITE // a file that is not there is made
+    };
+
+    // Opens the history. A file that is no whole history of this program is refused before anything is
+    // written. Throws HistoryFault.
+    History(const std::string &path, Access access);
+    ~History();
+    History(const History &) = delete;
+    History &operator=(const History &) = delete;
+
+    // Adds a run: all of it or, when it throws HistoryFault, nothing. Waits for another process that adds
+    // one.
+    Added add(const Run &run);
+
+    // The last kRecentRuns runs, oldest first. Throws HistoryFault, as those below.
+    std::vector<RunMark> recent_runs();
+
+    // The pairs that did not pass in one of the recent runs, by path.
+    std::vector<PairCourse> courses();
+
+  private:
+    class Database;
+    std::unique_ptr<Database> database_;
+};
+
+// "2026-11-21 22:22" in UTC: how pages and tables name a run.
+std::string run_time_text(const RunMark &run);
+
+} // namespace report
+
+#endif
