@@ -30,12 +30,7 @@ Added History::add(const Run &run)
     return add_run(*database_, run);
 }
 
-std::vector<RunMark> History::recent_runs()
-{
-    return marks_of_recent_runs(*database_);
-}
-
-std::vector<PairCourse> History::courses(std::size_t most_signals)
+Courses History::courses(std::size_t most_signals)
 {
     return read_courses(*database_, most_signals);
 }

@@ -75,7 +75,7 @@ struct Course {
     std::optional<RunMark> first_bad;
     // The last run before that which it passed. Nothing when there is none.
     std::optional<RunMark> last_good;
-    std::vector<Moment> recent; // in History::recent_runs(), oldest first, the newest run last
+    std::vector<Moment> recent; // in Courses::runs
     int flaps = 0;              // changes between PASSED and FAILED in recent
 };
 
@@ -95,6 +95,11 @@ struct PairCourse {
     int grade = 0; // in the newest run; -1 where it is not part of it
     Course course;
     std::vector<SignalCourse> signals; // that failed in a recent run, by key
+};
+
+struct Courses {
+    std::vector<RunMark> runs;     // the last kRecentRuns, oldest first, the newest last
+    std::vector<PairCourse> pairs; // that did not pass in one of them, by path
 };
 
 // The history cannot be used: no file, no history, damaged, locked, a full disk. The text says which, and
@@ -128,12 +133,9 @@ class History
     // one. Of a pair the worst 1000 findings are kept, fewer where a run would have more than 200000.
     Added add(const Run &run);
 
-    // The last kRecentRuns runs, oldest first. Throws HistoryFault, as those below.
-    std::vector<RunMark> recent_runs();
-
-    // The pairs that did not pass in one of the recent runs, by path, with at most so many signals in all:
-    // those of the newest runs.
-    std::vector<PairCourse> courses(std::size_t most_signals = 50000);
+    // What happened in the recent runs, with at most so many signals in all: those of the newest runs.
+    // Throws HistoryFault.
+    Courses courses(std::size_t most_signals = 50000);
 
   private:
     std::unique_ptr<Sqlite> database_;

@@ -166,7 +166,7 @@ Number newest_run(const Sqlite &database)
 
 Added add_run(Sqlite &database, const Run &run)
 {
-    Transaction transaction(database);
+    Transaction transaction(database, "BEGIN IMMEDIATE");
     Number number = newest_run(database) + 1;
     {
         Query known(database, "SELECT run FROM runs WHERE out = ? AND began = ?");

@@ -49,6 +49,19 @@ struct Errors {
     }
 };
 
+// The recent runs, oldest first.
+std::vector<RunMark> marks_of_recent_runs(Sqlite &database)
+{
+    std::vector<RunMark> runs;
+    Query row(database, "SELECT run, began FROM runs ORDER BY run DESC LIMIT ?");
+    row.with(Number{kRecentRuns});
+    while (row.next()) {
+        runs.push_back({row.integer(0), row.integer(1)});
+    }
+    std::reverse(runs.begin(), runs.end());
+    return runs;
+}
+
 class Reader
 {
   public:
@@ -58,7 +71,7 @@ class Reader
     {
     }
 
-    std::vector<PairCourse> read()
+    Courses read()
     {
         if (!runs_.empty()) {
             read_failures();
@@ -66,7 +79,7 @@ class Reader
             read_findings();
             finish();
         }
-        return std::move(pairs_);
+        return {std::move(runs_), std::move(pairs_)};
     }
 
   private:
@@ -239,20 +252,9 @@ class Reader
 
 } // namespace
 
-std::vector<RunMark> marks_of_recent_runs(Sqlite &database)
+Courses read_courses(Sqlite &database, std::size_t most_signals)
 {
-    std::vector<RunMark> runs;
-    Query row(database, "SELECT run, began FROM runs ORDER BY run DESC LIMIT ?");
-    row.with(Number{kRecentRuns});
-    while (row.next()) {
-        runs.push_back({row.integer(0), row.integer(1)});
-    }
-    std::reverse(runs.begin(), runs.end());
-    return runs;
-}
-
-std::vector<PairCourse> read_courses(Sqlite &database, std::size_t most_signals)
-{
+    const Transaction snapshot(database, "BEGIN"); // another process may be adding a run
     return Reader(database, most_signals).read();
 }
 

@@ -9,11 +9,8 @@
 namespace report
 {
 
-// As History::recent_runs().
-std::vector<RunMark> marks_of_recent_runs(Sqlite &database);
-
 // As History::courses().
-std::vector<PairCourse> read_courses(Sqlite &database, std::size_t most_signals);
+Courses read_courses(Sqlite &database, std::size_t most_signals);
 
 } // namespace report
 

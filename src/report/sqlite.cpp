@@ -193,9 +193,9 @@ std::string Query::text(int column) const
     return bytes == nullptr ? std::string() : std::string(static_cast<const char *>(bytes), size);
 }
 
-Transaction::Transaction(Sqlite &database) : database_(&database)
+Transaction::Transaction(Sqlite &database, const char *begin) : database_(&database)
 {
-    database.run("BEGIN IMMEDIATE");
+    database.run(begin);
 }
 
 Transaction::~Transaction()

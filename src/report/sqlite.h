@@ -95,11 +95,12 @@ class Query
     int bound_ = 0;
 };
 
-// What happens while it lives is undone at its end unless it is committed. Waits for other writers.
+// What is read while it lives is of one moment; what is written is undone at its end unless it is committed.
 class Transaction
 {
   public:
-    explicit Transaction(Sqlite &database);
+    // Begun by "BEGIN", or by "BEGIN IMMEDIATE" for writing, which waits for other writers.
+    Transaction(Sqlite &database, const char *begin);
     ~Transaction();
     Transaction(const Transaction &) = delete;
     Transaction &operator=(const Transaction &) = delete;
