@@ -8,9 +8,10 @@
 namespace report
 {
 
-extern const std::string_view kResultSchema; // of result.json
-extern const std::string_view kPageStyle;    // web/report.css
-extern const std::string_view kPageScript;   // the scripts of web/
+extern const std::string_view kResultSchema;  // of result.json
+extern const std::string_view kHistorySchema; // tables of a history
+extern const std::string_view kPageStyle;     // web/report.css
+extern const std::string_view kPageScript;    // the scripts of web/
 
 } // namespace report
 

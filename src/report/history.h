@@ -4,16 +4,18 @@
 #ifndef TRESK_REPORT_HISTORY_H
 #define TRESK_REPORT_HISTORY_H
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace report
 {
+
+class Sqlite;
 
 constexpr int kRecentRuns = 30; // of which the course of the errors is known
 
@@ -31,9 +33,9 @@ struct RunFinding {
 struct RunPair {
     std::string path; // below the tree: the same from run to run; any bytes
     int grade = 0;    // 0 (PASS) to 5, 6 (no grade) or 7 (no data)
-    bool has_findings =
-        false; // whether it has a report; a PASS needs none, the signals of others are not known
-    std::int64_t failing = 0;         // all findings that fail, those beyond the list below too
+    // Whether it has a report. A PASS needs none; the signals of others are not known then.
+    bool has_findings = false;
+    std::int64_t finding_count = 0;   // those judged, also beyond the list below
     std::vector<RunFinding> findings; // worst first
 };
 
@@ -52,10 +54,11 @@ struct RunMark {
 };
 
 enum class Standing {
-    ABSENT,  // the pair was not part of the run
-    UNKNOWN, // it was, but without grade or, for a signal, without report
+    ABSENT, // the pair was not part of the run
+    // Of a signal: the pair did not pass, and has no report or more findings than are kept.
+    UNKNOWN,
     PASSED,
-    FAILED
+    FAILED // of a pair: any grade but PASS
 };
 
 // What a pair, by its worst finding, or a signal was in a run.
@@ -70,10 +73,9 @@ struct Course {
     // The run since when it fails without a pass between, runs without it or without knowledge of it left
     // aside. Nothing when it does not fail in the newest run.
     std::optional<RunMark> first_bad;
-    // The last run that it passed before that. Nothing when it never did; a pair that had no findings of a
-    // signal because its report is missing did not pass.
+    // The last run before that which it passed. Nothing when there is none.
     std::optional<RunMark> last_good;
-    std::vector<Moment> recent; // in History::recent_runs(), oldest first, the newest run last
+    std::vector<Moment> recent; // in Courses::runs
     int flaps = 0;              // changes between PASSED and FAILED in recent
 };
 
@@ -93,6 +95,11 @@ struct PairCourse {
     int grade = 0; // in the newest run; -1 where it is not part of it
     Course course;
     std::vector<SignalCourse> signals; // that failed in a recent run, by key
+};
+
+struct Courses {
+    std::vector<RunMark> runs;     // the last kRecentRuns, oldest first, the newest last
+    std::vector<PairCourse> pairs; // that did not pass in one of them, by path
 };
 
 // The history cannot be used: no file, no history, damaged, locked, a full disk. The text says which, and
@@ -123,18 +130,15 @@ class History
     History &operator=(const History &) = delete;
 
     // Adds a run: all of it or, when it throws HistoryFault, nothing. Waits for another process that adds
-    // one.
+    // one. Of a pair the worst 1000 findings are kept, fewer where a run would have more than 200000.
     Added add(const Run &run);
 
-    // The last kRecentRuns runs, oldest first. Throws HistoryFault, as those below.
-    std::vector<RunMark> recent_runs();
-
-    // The pairs that did not pass in one of the recent runs, by path.
-    std::vector<PairCourse> courses();
+    // What happened in the recent runs, with at most so many signals in all: those of the newest runs.
+    // Throws HistoryFault.
+    Courses courses(std::size_t most_signals = 50000);
 
   private:
-    class Database;
-    std::unique_ptr<Database> database_;
+    std::unique_ptr<Sqlite> database_;
 };
 
 // "2026-11-21 22:22" in UTC: how pages and tables name a run.

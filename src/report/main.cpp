@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "report/embedded.h"
+#include "report/history_table.h"
 #include "report/options.h"
 
 #include <cstdio>
@@ -28,6 +29,8 @@ int main(int argc, char **argv)
         return report::run_pair(line.pair);
     case report::Command::SCHEMA:
         return print_schema();
+    case report::Command::HISTORY:
+        return report::print_history(line.history);
     default:
         return line.exit_code;
     }

@@ -22,7 +22,7 @@ constexpr int kMostFindings = 100000000;
 class Program
 {
   public:
-    explicit Program(PairOptions &options) : options_(options)
+    explicit Program(CommandLine &line) : line_(line), options_(line.pair)
     {
         app_.set_version_flag("--version", std::string("tresk-report ") + kTreskVersion);
         app_.set_help_flag("--help", "Print this text and exit");
@@ -31,6 +31,9 @@ class Program
         add_pair();
         schema_ = app_.add_subcommand("schema", "Print the JSON schema of result.json");
         schema_->set_help_flag("--help", "Print this text and exit");
+        history_ = app_.add_subcommand("history", "Print since when what fails, from the history of a tree");
+        history_->set_help_flag("--help", "Print this text and exit");
+        history_->add_option("FILE", line_.history, "The history")->required()->option_text(" ");
     }
 
     bool takes_value(const std::string &option) const
@@ -52,9 +55,9 @@ class Program
         return app_.exit(error) == 0 ? 0 : kWrongCall;
     }
 
-    bool is_schema() const
+    Command command() const
     {
-        return schema_->parsed();
+        return schema_->parsed() ? Command::SCHEMA : history_->parsed() ? Command::HISTORY : Command::PAIR;
     }
 
   private:
@@ -88,6 +91,8 @@ class Program
     CLI::App app_{"Shows what a comparison by tresk found.", "tresk-report"};
     CLI::App *pair_ = nullptr;
     CLI::App *schema_ = nullptr;
+    CLI::App *history_ = nullptr;
+    CommandLine &line_;
     PairOptions &options_;
     int data_ = 8;
 };
@@ -117,10 +122,10 @@ std::vector<std::string> own_words(const std::vector<std::string> &words, const 
 CommandLine read_command_line(int argc, char **argv)
 {
     CommandLine line;
-    Program program(line.pair);
+    Program program(line);
     try {
         program.parse(own_words({argv + std::min(argc, 1), argv + argc}, program, line.pair));
-        line.command = program.is_schema() ? Command::SCHEMA : Command::PAIR;
+        line.command = program.command();
     } catch (const CLI::ParseError &error) {
         line.exit_code = program.exit(error);
     } catch (const WrongCall &wrong) {

@@ -8,12 +8,13 @@
 namespace report
 {
 
-enum class Command { NONE, PAIR, SCHEMA };
+enum class Command { NONE, PAIR, SCHEMA, HISTORY };
 
 struct CommandLine {
     Command command = Command::NONE; // NONE: nothing more to do
     PairOptions pair;
-    int exit_code = 0; // of NONE
+    std::string history; // path, of HISTORY
+    int exit_code = 0;   // of NONE
 };
 
 // Reads the command line. Prints the help text, the version or what is wrong.
