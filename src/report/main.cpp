@@ -29,6 +29,8 @@ int main(int argc, char **argv)
         return report::run_pair(line.pair);
     case report::Command::SCHEMA:
         return print_schema();
+    case report::Command::TREE:
+        return report::run_tree(line.tree);
     case report::Command::HISTORY:
         return report::print_history(line.history);
     default:

@@ -2,6 +2,9 @@
 #include "report/options.h"
 
 #include "driver/tk_main.h"
+#include "report/file_text.h"
+#include "report/text.h"
+#include "report/tree_run.h"
 
 #include <algorithm>
 #include <CLI/CLI.hpp>
@@ -18,6 +21,21 @@ constexpr int kMostFigures = 10000;
 constexpr int kMostData = 1024; // MiB
 constexpr int kMostFindings = 100000000;
 
+// A bit for each of the grades in a list such as "1,FAIL_PV". That there is no grade can never be accepted.
+unsigned read_accepted(std::string_view grades)
+{
+    unsigned accepted = 0;
+    while (!grades.empty()) {
+        const std::string_view word = take_field(grades, ',');
+        const int grade = read_tree_grade(word);
+        if (grade < 0 || grade == kNoGrade) {
+            throw CLI::ValidationError("--accept", "no grade that can be accepted: " + terminal_line(word));
+        }
+        accepted |= 1U << static_cast<unsigned>(grade);
+    }
+    return accepted;
+}
+
 // The program, as far as it is CLI11's: commands and options with two dashes.
 class Program
 {
@@ -31,6 +49,7 @@ class Program
         add_pair();
         schema_ = app_.add_subcommand("schema", "Print the JSON schema of result.json");
         schema_->set_help_flag("--help", "Print this text and exit");
+        add_tree();
         history_ = app_.add_subcommand("history", "Print since when what fails, from the history of a tree");
         history_->set_help_flag("--help", "Print this text and exit");
         history_->add_option("FILE", line_.history, "The history")->required()->option_text(" ");
@@ -57,7 +76,10 @@ class Program
 
     Command command() const
     {
-        return schema_->parsed() ? Command::SCHEMA : history_->parsed() ? Command::HISTORY : Command::PAIR;
+        return schema_->parsed()    ? Command::SCHEMA
+               : history_->parsed() ? Command::HISTORY
+               : tree_->parsed()    ? Command::TREE
+                                    : Command::PAIR;
     }
 
   private:
@@ -88,9 +110,32 @@ class Program
         pair_->add_flag("--quiet", options_.quiet, "Print neither the transcript nor the path of the page");
     }
 
+    void add_tree()
+    {
+        tree_ = app_.add_subcommand("tree", "Report what the kit's comparisons of two trees found");
+        tree_->set_help_flag("--help", "Print this text and exit");
+        tree_->footer("Writes index.html, tree.csv and junit.xml to OUT/report. Exit code: the worst grade, 0 to 7 as of "
+                      "tresk-collect;\n64: wrong call or no run in OUT, 73: something could not be written.");
+        TreeOptions &tree = line_.tree;
+        tree_->add_option("OUT", tree.out, "Folder that tresk-parallel or tresk-submit has filled")
+            ->required()
+            ->option_text(" ");
+        tree_
+            ->add_option_function<std::string>(
+                "--accept", [&tree](const std::string &grades) { tree.accepted = read_accepted(grades); },
+                "Grades that count as passed, with commas between")
+            ->type_name("GRADES");
+        tree_->add_option("--before", tree.before, "Folder of an earlier run: say what changed since then")
+            ->type_name("OUT");
+        tree_->add_option("--history", tree.history, "Add the run to this history, and show since when what fails")
+            ->type_name("FILE");
+        tree_->add_flag("--quiet", tree.quiet, "Do not print the path of the page");
+    }
+
     CLI::App app_{"Shows what a comparison by tresk found.", "tresk-report"};
     CLI::App *pair_ = nullptr;
     CLI::App *schema_ = nullptr;
+    CLI::App *tree_ = nullptr;
     CLI::App *history_ = nullptr;
     CommandLine &line_;
     PairOptions &options_;

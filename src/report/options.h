@@ -4,15 +4,17 @@
 #define TRESK_REPORT_OPTIONS_H
 
 #include "report/pair.h"
+#include "report/tree.h"
 
 namespace report
 {
 
-enum class Command { NONE, PAIR, SCHEMA, HISTORY };
+enum class Command { NONE, PAIR, SCHEMA, TREE, HISTORY };
 
 struct CommandLine {
     Command command = Command::NONE; // NONE: nothing more to do
     PairOptions pair;
+    TreeOptions tree;
     std::string history; // path, of HISTORY
     int exit_code = 0;   // of NONE
 };
