@@ -19,7 +19,7 @@ namespace
 constexpr std::size_t kMostBytes = 19000000;
 constexpr std::size_t kMostElements = 195000;
 
-constexpr const char *kTop = "tree"; // the class of a pair outside all folders
+constexpr const char *kTop = "tree";           // the class of a pair outside all folders
 constexpr const char *kUnnamed = "(left out)"; // the suite of what has no other one
 
 // What there is room for.
@@ -54,7 +54,8 @@ std::size_t escaped_size(const std::string &text)
 std::string seconds_text(double seconds)
 {
     std::array<char, 400> room;
-    const auto end = std::to_chars(room.data(), room.data() + room.size(), seconds, std::chars_format::fixed, 3);
+    const auto end =
+        std::to_chars(room.data(), room.data() + room.size(), seconds, std::chars_format::fixed, 3);
     return {room.data(), end.ptr};
 }
 
@@ -122,7 +123,8 @@ std::string suite_of(const std::string &path)
 Case case_of(const TreeView &view, std::size_t number)
 {
     const TreePair &pair = view.run.pairs[number];
-    const bool is_accepted = pair.grade == 0 || (view.accepted >> static_cast<unsigned>(pair.grade) & 1U) != 0;
+    const bool is_accepted =
+        pair.grade == 0 || (view.accepted >> static_cast<unsigned>(pair.grade) & 1U) != 0;
     Case made;
     made.class_name = class_of(pair.path);
     made.name = clean_text(pair.path.substr(pair.path.rfind('/') + 1));

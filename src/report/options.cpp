@@ -114,7 +114,8 @@ class Program
     {
         tree_ = app_.add_subcommand("tree", "Report what the kit's comparisons of two trees found");
         tree_->set_help_flag("--help", "Print this text and exit");
-        tree_->footer("Writes index.html, tree.csv and junit.xml to OUT/report. Exit code: the worst grade, 0 to 7 as of "
+        tree_->footer("Writes index.html, tree.csv and junit.xml to OUT/report. Exit code: the worst grade, "
+                      "0 to 7 as of "
                       "tresk-collect;\n64: wrong call or no run in OUT, 73: something could not be written.");
         TreeOptions &tree = line_.tree;
         tree_->add_option("OUT", tree.out, "Folder that tresk-parallel or tresk-submit has filled")
@@ -127,7 +128,9 @@ class Program
             ->type_name("GRADES");
         tree_->add_option("--before", tree.before, "Folder of an earlier run: say what changed since then")
             ->type_name("OUT");
-        tree_->add_option("--history", tree.history, "Add the run to this history, and show since when what fails")
+        tree_
+            ->add_option("--history", tree.history,
+                         "Add the run to this history, and show since when what fails")
             ->type_name("FILE");
         tree_->add_flag("--quiet", tree.quiet, "Do not print the path of the page");
     }

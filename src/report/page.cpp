@@ -53,7 +53,8 @@ void write_contents(std::ostream &out, const PageView &view)
 void write_page(std::ostream &out, const Result &result, const PageInput &input)
 {
     const PageView view = {result, input, figures_by_finding(result, input.figures)};
-    begin_page(out, {std::string(grade_word(result.grade)) + ' ' + result.regression.path, kPageStyle, kPageScript});
+    begin_page(
+        out, {std::string(grade_word(result.grade)) + ' ' + result.regression.path, kPageStyle, kPageScript});
     write_head(out, view);
     write_contents(out, view);
     out << "<main>\n";
@@ -68,7 +69,8 @@ void write_page(std::ostream &out, const Result &result, const PageInput &input)
     write_transcript(out, view);
     write_origin(out, view);
     out << "</main>\n";
-    end_page(out, kPageScript);
+    write_script(out, kPageScript);
+    end_page(out);
 }
 
 } // namespace report

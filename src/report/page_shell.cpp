@@ -28,8 +28,8 @@ std::string digest_source(std::string_view text)
 
 std::string policy(const PageShell &shell)
 {
-    return "default-src 'none'; base-uri 'none'; form-action 'none'; style-src " + digest_source(shell.style) +
-           "; script-src " + digest_source(shell.script);
+    return "default-src 'none'; base-uri 'none'; form-action 'none'; style-src " +
+           digest_source(shell.style) + "; script-src " + digest_source(shell.script);
 }
 
 } // namespace
@@ -43,9 +43,14 @@ void begin_page(std::ostream &out, const PageShell &shell)
         << name_text(shell.title) << "</title>\n<style>" << shell.style << "</style>\n</head>\n<body>\n";
 }
 
-void end_page(std::ostream &out, std::string_view script)
+void write_script(std::ostream &out, std::string_view script)
 {
-    out << "<script>" << script << "</script>\n</body>\n</html>\n";
+    out << "<script>" << script << "</script>\n";
+}
+
+void end_page(std::ostream &out)
+{
+    out << "</body>\n</html>\n";
 }
 
 } // namespace report

@@ -16,12 +16,14 @@ struct PageShell {
     std::string_view script;
 };
 
-// Writes all up to the start of the body, with a policy that allows this style and this script and nothing else: no
-// name of a file can become code, and nothing is ever loaded or sent.
+// Writes all up to the start of the body, with a policy that allows this style and this script and nothing
+// else: no name of a file can become code, and nothing is ever loaded or sent.
 void begin_page(std::ostream &out, const PageShell &shell);
 
-// Writes the script and the end.
-void end_page(std::ostream &out, std::string_view script);
+// Writes the script of the shell.
+void write_script(std::ostream &out, std::string_view script);
+
+void end_page(std::ostream &out);
 
 } // namespace report
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// How far long work has come, for whoever waits at a terminal: one line of standard error, which is wiped when the
-// work is done. Nothing in a log, and nothing of work that is done within a second.
+// How far long work has come, for whoever waits at a terminal: one line of standard error, which is wiped
+// when the work is done. Nothing in a log, and nothing of work that is done within a second.
 #ifndef TRESK_REPORT_PROGRESS_H
 #define TRESK_REPORT_PROGRESS_H
 

@@ -84,8 +84,8 @@ std::string absolute_path(const std::string &path)
     return real ? real.get() : path;
 }
 
-// Adds the run to the history, and asks that for what is shown of it. A history that cannot be used keeps nobody from
-// the page.
+// Adds the run to the history, and asks that for what is shown of it. A history that cannot be used keeps
+// nobody from the page.
 bool take_history(const TreeOptions &options, Run run, TreeView &view)
 {
     try {

@@ -20,8 +20,8 @@ struct TreeOptions {
     bool quiet = false;    // not the path of the page
 };
 
-// Reads what the kit left, runs nothing, and writes to OUT/report. Returns the worst grade, 0 to 7, kWrongCall or
-// kNotWritten (pair.h).
+// Reads what the kit left, runs nothing, and writes to OUT/report. Returns the worst grade, 0 to 7,
+// kWrongCall or kNotWritten (pair.h).
 int run_tree(const TreeOptions &options);
 
 } // namespace report

@@ -8,9 +8,10 @@ namespace report
 namespace
 {
 
-constexpr std::string_view kHeading = "grade,path,status,remark,failing,missing,differences,hides,analysis,signal,"
-                                      "abs,rel,seconds,options,change,before,report,transcript,golden_sha256,"
-                                      "regression_sha256\r\n";
+constexpr std::string_view kHeading =
+    "grade,path,status,remark,failing,missing,differences,hides,analysis,signal,"
+    "abs,rel,seconds,options,change,before,report,transcript,golden_sha256,"
+    "regression_sha256\r\n";
 
 std::string number_or_nothing(const std::optional<double> &number)
 {

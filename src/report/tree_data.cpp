@@ -14,7 +14,14 @@ namespace
 
 constexpr std::size_t kMostSignalBytes = 3U << 20U;
 
-enum Flag : unsigned { HAS_REPORT = 1, HAS_PAGE = 2, HAS_TRANSCRIPT = 4, LACKS_GOLDEN = 8, LACKS_REGRESSION = 16, HIDES = 32 };
+enum Flag : unsigned {
+    HAS_REPORT = 1,
+    HAS_PAGE = 2,
+    HAS_TRANSCRIPT = 4,
+    LACKS_GOLDEN = 8,
+    LACKS_REGRESSION = 16,
+    HIDES = 32
+};
 
 unsigned flags_of(const TreePair &pair)
 {
@@ -53,8 +60,8 @@ class PairColumns
     std::size_t size() const
     {
         std::size_t size = 0;
-        for (const JsonColumn *column : {&grade_, &name_, &folder_, &word_, &found_, &error_, &flags_, &change_,
-                                         &raw_, &folders_.words(), &words_.words()}) {
+        for (const JsonColumn *column : {&grade_, &name_, &folder_, &word_, &found_, &error_, &flags_,
+                                         &change_, &raw_, &folders_.words(), &words_.words()}) {
             size += column->size();
         }
         return size;
@@ -62,10 +69,10 @@ class PairColumns
     void write(std::ostream &out) const
     {
         out << R"("pairs":{"count":)" << count_ << R"(,"grade":)" << grade_.array() << R"(,"folders":)"
-            << folders_.words().array() << R"(,"folder":)" << folder_.array() << R"(,"name":)" << name_.array()
-            << R"(,"words":)" << words_.words().array() << R"(,"word":)" << word_.array() << R"(,"found":)"
-            << found_.array() << R"(,"error":)" << error_.array() << R"(,"flags":)" << flags_.array()
-            << R"(,"change":)" << change_.array() << R"(,"raw":)" << raw_.array() << '}';
+            << folders_.words().array() << R"(,"folder":)" << folder_.array() << R"(,"name":)"
+            << name_.array() << R"(,"words":)" << words_.words().array() << R"(,"word":)" << word_.array()
+            << R"(,"found":)" << found_.array() << R"(,"error":)" << error_.array() << R"(,"flags":)"
+            << flags_.array() << R"(,"change":)" << change_.array() << R"(,"raw":)" << raw_.array() << '}';
     }
 
   private:
@@ -128,19 +135,21 @@ void write_signals(std::ostream &out, const TreeView &view, std::size_t pairs)
             }
         }
         rows.json(numbers.array());
-        error.real(signal.abs).real(signal.rel).count(signal.worst < pairs ? static_cast<int>(signal.worst) : -1);
+        error.real(signal.abs)
+            .real(signal.rel)
+            .count(signal.worst < pairs ? static_cast<int>(signal.worst) : -1);
         const auto run = first.find(signal.analysis + '\t' + signal.name);
         since.text(run != first.end() && signal.what == "fails" ? run_time_text(run->second) : "");
         ++shown;
     }
-    out << R"("signals":{"count":)" << shown << R"(,"leftOut":)" << view.signals.size() - shown << R"(,"words":)"
-        << words.words().array() << R"(,"word":)" << word.array() << R"(,"pairs":)" << count.array()
-        << R"(,"rows":)" << rows.array() << R"(,"error":)" << error.array() << R"(,"since":)" << since.array()
-        << '}';
+    out << R"("signals":{"count":)" << shown << R"(,"leftOut":)" << view.signals.size() - shown
+        << R"(,"words":)" << words.words().array() << R"(,"word":)" << word.array() << R"(,"pairs":)"
+        << count.array() << R"(,"rows":)" << rows.array() << R"(,"error":)" << error.array() << R"(,"since":)"
+        << since.array() << '}';
 }
 
-// What the errors of a pair were in the recent runs: their product, 0 where it passed, "failed" where no error was
-// judged, null where nothing is known.
+// What the errors of a pair were in the recent runs: their product, 0 where it passed, "failed" where no
+// error was judged, null where nothing is known.
 std::string moments(const Course &course)
 {
     JsonColumn column;
@@ -184,7 +193,8 @@ void write_courses(std::ostream &out, const TreeView &view, std::size_t pairs)
     for (const RunMark &run : view.courses.runs) {
         runs.text(run_time_text(run));
     }
-    out << R"("runs":)" << runs.array() << R"(,"flapping":)" << kFlapping << R"(,"courses":)" << courses.array();
+    out << R"("runs":)" << runs.array() << R"(,"flapping":)" << kFlapping << R"(,"courses":)"
+        << courses.array();
 }
 
 void write_gone(std::ostream &out, const TreeView &view)

@@ -154,7 +154,7 @@ std::vector<TreeSignal> TreeSignals::sorted() const
             return a.is_judged;
         }
         return a.pairs.size() != b.pairs.size() ? a.pairs.size() > b.pairs.size()
-                                                  : product_of(a) > product_of(b);
+                                                : product_of(a) > product_of(b);
     });
     return signals;
 }

@@ -6,6 +6,7 @@
 #include "report/text.h"
 #include "report/tree_view.h"
 
+#include <algorithm>
 #include <sstream>
 
 namespace report
@@ -14,7 +15,7 @@ namespace report
 namespace
 {
 
-constexpr std::size_t kMostDataBytes = 12U << 20U;  // of pairs
+constexpr std::size_t kMostDataBytes = 12U << 20U; // of pairs
 constexpr std::size_t kMostTableBytes = 2U << 20U; // of a table
 constexpr std::size_t kMostPlainPairs = 2000;      // that do not pass, of the table without script
 constexpr std::size_t kMostPlainSignals = 200;
@@ -38,7 +39,8 @@ void write_counts(std::ostream &out, const TreeRun &run)
     for (int grade = kTreeGrades - 1; grade >= 0; --grade) {
         const std::int64_t count = run.counts[static_cast<std::size_t>(grade)];
         if (count != 0 || grade == 0) {
-            out << "<li><b class=\"g" << grade << "\">" << count << "</b> " << tree_grade_word(grade) << "</li>\n";
+            out << "<li><b class=\"g" << grade << "\">" << count << "</b> " << tree_grade_word(grade)
+                << "</li>\n";
         }
     }
     out << "</ul>\n";
@@ -66,8 +68,15 @@ void write_tree_head(std::ostream &out, const TreeView &view)
 {
     const TreeRun &run = view.run;
     const int worst = worst_grade(run, view.accepted);
+    const auto lonely = std::count_if(run.pairs.begin(), run.pairs.end(),
+                                      [](const TreePair &pair) { return !pair.lacks.empty(); });
+    const auto pairs = static_cast<std::ptrdiff_t>(run.pairs.size()) - lonely;
     out << "<header>\n<h1><span class=\"grade g" << worst << "\">" << tree_grade_word(worst) << "</span> "
-        << run.pairs.size() << (run.pairs.size() == 1 ? " pair" : " pairs") << "</h1>\n";
+        << pairs << (pairs == 1 ? " pair" : " pairs");
+    if (lonely != 0) {
+        out << ", " << lonely << " without partner";
+    }
+    out << "</h1>\n";
     write_counts(out, run);
     out << "<dl class=\"facts\">\n";
     write_fact(out, "golden", run.golden);
@@ -128,9 +137,10 @@ void write_plain_pairs(std::ostream &out, const TreeView &view)
         out << "<p class=\"nothing\">All pairs pass.</p>\n";
         return;
     }
-    out << "<p>The " << shown << " worst of " << bad << ", worst first. All are in <a href=\"./tree.csv\">tree.csv</a>.</p>\n";
-    std::vector<Column> columns = {{"grade"}, {"path"}, {"remark"}, {"findings", true}, {"worst signal"},
-                                   {"abs", true}, {"rel", true}, {"transcript"}};
+    out << "<p>The " << shown << " worst of " << bad
+        << ", worst first. All are in <a href=\"./tree.csv\">tree.csv</a>.</p>\n";
+    std::vector<Column> columns = {{"grade"},        {"path"},      {"remark"},    {"findings", true},
+                                   {"worst signal"}, {"abs", true}, {"rel", true}, {"transcript"}};
     if (!view.before.empty()) {
         columns.push_back({"change"});
     }
@@ -149,11 +159,17 @@ void write_plain_signals(std::ostream &out, const TreeView &view)
     out << "<h2>Signals</h2>\n<p>What broke in most pairs comes first.</p>\n";
     begin_scroll(out, "signals");
     begin_table(out, "", "",
-                {{"signal"}, {"analysis"}, {"what"}, {"pairs", true}, {"worst abs", true}, {"worst rel", true}, {"worst in"}});
+                {{"signal"},
+                 {"analysis"},
+                 {"what"},
+                 {"pairs", true},
+                 {"worst abs", true},
+                 {"worst rel", true},
+                 {"worst in"}});
     for (std::size_t i = 0; i < view.signals.size() && i < kMostPlainSignals; ++i) {
         const TreeSignal &signal = view.signals[i];
-        out << "<tr><th scope=\"row\">" << name_text(signal.name) << "<td>" << html_text(signal.analysis) << "<td>"
-            << html_text(signal.what) << (signal.is_judged ? "" : " (not judged)");
+        out << "<tr><th scope=\"row\">" << name_text(signal.name) << "<td>" << html_text(signal.analysis)
+            << "<td>" << html_text(signal.what) << (signal.is_judged ? "" : " (not judged)");
         right_cell(out, std::to_string(signal.pairs.size()));
         right_cell(out, signal.abs ? four_digits(*signal.abs) : "");
         right_cell(out, signal.rel ? four_digits(*signal.rel) : "");
@@ -189,15 +205,20 @@ void write_tree_page(std::ostream &out, const TreeView &view)
     const int worst = worst_grade(view.run, view.accepted);
     std::ostringstream data;
     const std::size_t shown = write_tree_data(data, view, kMostDataBytes);
-    begin_page(out, {std::string(tree_grade_word(worst)) + " tree " + view.run.regression, kTreeStyle, kTreeScript});
+    begin_page(
+        out, {std::string(tree_grade_word(worst)) + " tree " + view.run.regression, kTreeStyle, kTreeScript});
     write_tree_head(out, view);
     out << "<main>\n";
     write_left_out(out, view, shown);
+    // The script is done before the browser comes to the tables that it replaces.
+    out << "<div id=\"app\"></div>\n<script type=\"application/json\" id=\"data\">" << data.str()
+        << "</script>\n";
+    write_script(out, kTreeScript);
     out << "<div id=\"plain\">\n";
     write_plain_pairs(out, view);
     write_plain_signals(out, view);
-    out << "</div>\n</main>\n<script type=\"application/json\" id=\"data\">" << data.str() << "</script>\n";
-    end_page(out, kTreeScript);
+    out << "</div>\n</main>\n";
+    end_page(out);
 }
 
 } // namespace report

@@ -22,8 +22,8 @@ namespace report
 namespace
 {
 
-constexpr std::size_t kMostRecord = 1 << 16;   // of a grade or a summary: one line with a path
-constexpr std::size_t kMostList = 1ULL << 30;  // of what is one line a pair
+constexpr std::size_t kMostRecord = 1 << 16;  // of a grade or a summary: one line with a path
+constexpr std::size_t kMostList = 1ULL << 30; // of what is one line a pair
 
 bool exists(const std::string &path)
 {

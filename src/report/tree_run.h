@@ -29,16 +29,16 @@ int read_tree_grade(std::string_view text);
 struct TreePair {
     std::string path; // below both trees; any bytes but a line end
     int grade = kNoGrade;
-    std::string status; // exit status as the kit gives it: "9", "-", "code=137"
-    std::string remark; // "(not run)"; may be empty
-    std::string options;             // of this pair alone
-    std::string golden_suffix;       // ".gz" ... of the file, behind the path
+    std::string status;        // exit status as the kit gives it: "9", "-", "code=137"
+    std::string remark;        // "(not run)"; may be empty
+    std::string options;       // of this pair alone
+    std::string golden_suffix; // ".gz" ... of the file, behind the path
     std::string regression_suffix;
-    std::string lacks;               // the tree that has no such file, "golden" or "regression"; else empty
-    std::optional<double> seconds;   // that the comparison took
-    bool has_report = false;         // a finished one; what follows is of it
+    std::string lacks;             // the tree that has no such file, "golden" or "regression"; else empty
+    std::optional<double> seconds; // that the comparison took
+    bool has_report = false;       // a finished one; what follows is of it
     bool has_page = false;
-    bool has_transcript = false;     // in OUT/transcripts
+    bool has_transcript = false; // in OUT/transcripts
     std::int64_t failing = 0;
     std::int64_t missing = 0;
     std::int64_t differences = 0;
@@ -52,12 +52,12 @@ struct TreePair {
 };
 
 struct TreeRun {
-    std::string out;     // as it was given
-    std::string golden;  // the trees, absolute
+    std::string out;    // as it was given
+    std::string golden; // the trees, absolute
     std::string regression;
-    std::string options; // for all pairs
-    std::int64_t began = 0; // when the pairs were listed, in seconds since 1970
-    std::vector<TreePair> pairs; // worst first: see worse_pair()
+    std::string options;                               // for all pairs
+    std::int64_t began = 0;                            // when the pairs were listed, in seconds since 1970
+    std::vector<TreePair> pairs;                       // worst first: see worse_pair()
     std::array<std::int64_t, kTreeGrades> counts = {}; // of each grade
 
     // Paths of what belongs to a pair.
@@ -70,14 +70,15 @@ struct NoTree : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Reads OUT. A grade counts for the files and options that it was made of, as in tresk-collect. Throws NoTree.
+// Reads OUT. A grade counts for the files and options that it was made of, as in tresk-collect. Throws
+// NoTree.
 TreeRun read_tree(const std::string &out);
 
 // The product of the errors, by which findings are ordered; -1 where no signal fails.
 double error_product(const TreePair &pair);
 
-// Whether a comes before b: the higher grade, then what is no number, the larger product of errors, more findings,
-// and the path.
+// Whether a comes before b: the higher grade, then what is no number, the larger product of errors, more
+// findings, and the path.
 bool worse_pair(const TreePair &a, const TreePair &b);
 
 // The worst of the grades but those accepted, a bit for each; PASS where none is left.

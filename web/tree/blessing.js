@@ -40,9 +40,13 @@ class Ticks {
     line.append(' ', clear);
   }
 
+  // What has a report and did not pass can become golden.
+  takes(row) { return this.pairs.grade[row] !== 0 && this.pairs.has(row, HAS_REPORT); }
+
   has(row) { return this.rows.has(row); }
 
   toggle(row) {
+    if (!this.takes(row)) return;
     if (!this.rows.delete(row)) this.rows.add(row);
     this.changed();
   }

@@ -124,7 +124,7 @@ class List {
   selectRow(row) {
     this.current = this.shown.indexOf(row);
     if (this.current >= 0) this.reveal();
-    this.draw();
+    else this.draw();
   }
 
   step(by) {
@@ -140,6 +140,8 @@ class List {
     const room = this.box.clientHeight - head - ROW;
     if (top < this.box.scrollTop) this.box.scrollTop = top;
     else if (top > this.box.scrollTop + room) this.box.scrollTop = top - room;
+    this.draw();
+    document.getElementById('row-' + this.current)?.scrollIntoView({block: 'nearest'}); // of the window
   }
 
   inSight() { return Math.max(1, Math.floor(this.box.clientHeight / ROW) - 2); }

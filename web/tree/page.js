@@ -1,4 +1,4 @@
-// Starts everything. Without it the page has its plain tables.
+// Starts everything. Without it the page has its plain tables, which come behind it and need not be drawn.
 const KEYS = [
   ['j, k', 'next, previous row; with the table in focus also ↓ and ↑, Page Down, Page Up, Home, End'],
   ['Enter', 'open the report of the row; of a signal, its pairs'], ['x', 'tick the row for blessing'],
@@ -18,10 +18,10 @@ class TreePage {
     this.gradesThere = GRADES.map((_, grade) => grade).filter(grade => this.pairs.grade.includes(grade));
     this.makeControls();
     this.makeDetail();
-    this.main = document.querySelector('main');
     this.area = html('div', {class: 'area'});
-    document.getElementById('plain').replaceWith(this.help(), this.controls, this.area, this.detail, this.ticks.panel,
-      ...this.gone(data));
+    document.documentElement.classList.add('scripted');
+    addEventListener('DOMContentLoaded', () => document.getElementById('plain').remove());
+    document.getElementById('app').append(this.help(), this.controls, this.area, this.foot(), ...this.gone(data));
     addEventListener('hashchange', () => this.follow());
     addEventListener('resize', () => this.list.draw());
     addEventListener('keydown', event => this.key(event));
@@ -90,6 +90,13 @@ class TreePage {
     addCopyButton(this.command, line);
   }
 
+  // Stays in sight below a table that is longer than the window.
+  foot() {
+    const foot = html('div', {class: 'foot'});
+    foot.append(this.detail, this.ticks.panel);
+    return foot;
+  }
+
   gone(data) {
     if (data.goneCount === 0) return [];
     const box = html('details', {class: 'group'});
@@ -106,6 +113,7 @@ class TreePage {
     this.area.replaceChildren(this.list.box);
     for (const [tab, button] of this.tabs) button.setAttribute('aria-pressed', String(tab === id));
     this.grades.hidden = !this.list.view.hasGrades;
+    this.flapping.label.hidden = this.list.view.data !== this.pairs;
     this.apply();
   }
 
