@@ -3,16 +3,20 @@
 #ifndef TRESK_REPORT_OPTIONS_H
 #define TRESK_REPORT_OPTIONS_H
 
+#include "report/bless.h"
 #include "report/pair.h"
+#include "report/tune.h"
 
 namespace report
 {
 
-enum class Command { NONE, PAIR, SCHEMA };
+enum class Command { NONE, PAIR, TUNE, BLESS, SCHEMA };
 
 struct CommandLine {
     Command command = Command::NONE; // NONE: nothing more to do
     PairOptions pair;
+    TuneOptions tune;
+    BlessOptions bless;
     int exit_code = 0; // of NONE
 };
 
