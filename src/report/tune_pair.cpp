@@ -9,12 +9,38 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 namespace report
 {
 
 namespace
 {
+
+// Marks what would hardly be judged any more.
+std::string shares_text(const TunedKnobs &knobs)
+{
+    std::string text;
+    for (std::size_t i = 0; i < kKnobCount; ++i) {
+        const std::string share = share_text(knobs[i]);
+        if (!share.empty()) {
+            text += std::string("; ") + knob_text(kKnobs[i]) + " is " + share;
+        }
+    }
+    return text;
+}
+
+// Whether a tolerance is half of the value of a signal, or more, as far as its largest error lets that be
+// known.
+bool hardly_judges(Knob knob, double tolerance, const Tuned &tuned)
+{
+    if (knob != Knob::ABSOLUTE) {
+        return tolerance >= kLargeShare;
+    }
+    const std::optional<double> smallest = tuned.fails.smallest_passing();
+    return smallest && *smallest > 0.0 &&
+           tolerance / *smallest * tuned.fails.share_at(*smallest) >= kLargeShare;
+}
 
 // A pair of files and what was found out about it.
 class PairTuning
@@ -93,7 +119,8 @@ void PairTuning::print_signals()
             text.resize(std::max<std::size_t>(24, text.size() + 1), ' ');
             line += text;
         }
-        std::printf("%s%s\n", line.c_str(), terminal_line(signal.key).c_str());
+        std::printf("%s%s%s\n", line.c_str(), terminal_line(signal.key).c_str(),
+                    shares_text(signal.knobs).c_str());
     }
     if (result_.left_out > 0) {
         std::printf("  and %lld more\n", static_cast<long long>(result_.left_out));
@@ -119,10 +146,18 @@ void PairTuning::propose(std::size_t knob)
     if (told.failing > 0) {
         throw NoGrade("a file has changed: compare again");
     }
-    const std::string share = share_text(tuned);
-    std::printf("  %9s %-12s %s%s%s\n", knob_text(kKnobs[knob]), number.c_str(),
-                std::string(grade_word(told.grade)).c_str(), share.empty() ? "" : "; this is ",
-                share.c_str());
+    std::printf("  %9s %-12s %s", knob_text(kKnobs[knob]), number.c_str(),
+                std::string(grade_word(told.grade)).c_str());
+    const double tolerance = std::strtod(number.c_str(), nullptr);
+    const auto unjudged =
+        std::count_if(result_.signals.begin(), result_.signals.end(), [&](const TunedSignal &signal) {
+            return hardly_judges(kKnobs[knob], tolerance, signal.knobs[knob]);
+        });
+    if (unjudged > 0) {
+        std::printf("; this is half of the value or more of %ld of the %zu signals",
+                    static_cast<long>(unjudged), result_.signals.size());
+    }
+    std::printf("\n");
 }
 
 void PairTuning::print_all_steps() const

@@ -10,13 +10,6 @@
 namespace report
 {
 
-namespace
-{
-
-constexpr double kLargeShare = 0.5;
-
-} // namespace
-
 std::string settings_text(const TuneResult &result)
 {
     const std::string mode = result.mode == "default" ? "default mode" : "-" + result.mode;
