@@ -4,7 +4,6 @@
 #include "driver/tk_main.h"
 #include "report/blessing.h"
 #include "report/pair.h"
-#include "report/progress.h"
 #include "report/text.h"
 #include "report/tresk_arguments.h"
 
@@ -118,6 +117,7 @@ class BlessRun
 
   private:
     void bless(const std::string &path);
+    void refuse(const char *what, const std::string &path, const std::exception &fault);
     void print_end() const;
 
     const BlessOptions &options_;
@@ -144,10 +144,17 @@ void BlessRun::bless(const std::string &path)
         std::printf("%s %s (%s)\n", log_ ? "blessed" : "would bless", terminal_line(path).c_str(),
                     blessing.summary_text().c_str());
         std::fflush(stdout);
+    } catch (const Refused &fault) {
+        refuse("refused", path, fault);
     } catch (const std::exception &fault) {
-        ++refused_;
-        std::fprintf(stderr, "tresk-report: refused %s: %s\n", terminal_line(path).c_str(), fault.what());
+        refuse("failed at", path, fault);
     }
+}
+
+void BlessRun::refuse(const char *what, const std::string &path, const std::exception &fault)
+{
+    ++refused_;
+    std::fprintf(stderr, "tresk-report: %s %s: %s\n", what, terminal_line(path).c_str(), fault.what());
 }
 
 void BlessRun::print_end() const

@@ -300,7 +300,12 @@ void Blessing::carry_out(BlessingLog &log)
         }
         throw;
     }
-    log.record();
+    try {
+        log.record();
+    } catch (const std::runtime_error &fault) {
+        throw std::runtime_error(std::string("is blessed, but not on record before the next blessing: ") +
+                                 fault.what());
+    }
 }
 
 } // namespace report

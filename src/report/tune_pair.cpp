@@ -171,7 +171,7 @@ void PairTuning::print_all_steps() const
         for (const TunedSignal &signal : result_.signals) {
             sets.push_back(&signal.knobs[i].fails);
         }
-        print_steps(kKnobs[i], staircase(sets, options_.digits, kMostSteps), sets.size(), "signals");
+        print_steps(kKnobs[i], staircase(sets, {}, options_.digits, kMostSteps), sets.size(), "signals");
     }
 }
 

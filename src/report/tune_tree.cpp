@@ -127,7 +127,8 @@ void Tree::print_head() const
 void Tree::print_knob(std::size_t knob) const
 {
     static const FailSet kNone;
-    std::vector<const FailSet *> sets;
+    std::vector<const FailSet *> passing;
+    std::vector<const FailSet *> failing;
     for (std::size_t i = 0; i < pairs_.size(); ++i) {
         const TreeTuning &pair = pairs_[i];
         if (!pair.has_grade) {
@@ -135,12 +136,12 @@ void Tree::print_knob(std::size_t knob) const
         }
         const bool keeps_own = turn_knob(tree_.pairs[i].own, kKnobs[knob]);
         if (pair.result.grade == 0) {
-            sets.push_back(keeps_own ? &kNone : &pair.result.all[knob].fails);
+            passing.push_back(keeps_own ? &kNone : &pair.result.all[knob].fails);
         } else if (!keeps_own && pair.confirmed[knob] == 0) {
-            sets.push_back(&pair.result.all[knob].fails);
+            failing.push_back(&pair.result.all[knob].fails);
         }
     }
-    print_steps(kKnobs[knob], staircase(sets, digits_, kMostSteps), pairs_.size(), "pairs");
+    print_steps(kKnobs[knob], staircase(failing, passing, digits_, kMostSteps), pairs_.size(), "pairs");
 }
 
 // Pairs that no tolerance makes pass.

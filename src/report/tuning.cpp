@@ -4,6 +4,7 @@
 #include "report/knob_options.h"
 #include "report/tresk_run.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -99,10 +100,11 @@ Confirmation confirm(const std::vector<std::string> &arguments)
     return {told.at(0).get<int>(), told.at(1).get<std::int64_t>()};
 }
 
-std::vector<Step> staircase(const std::vector<const FailSet *> &sets, int digits, std::size_t most)
+std::vector<Step> staircase(const std::vector<const FailSet *> &failing,
+                            const std::vector<const FailSet *> &passing, int digits, std::size_t most)
 {
     std::map<double, std::string> numbers;
-    for (const FailSet *set : sets) {
+    for (const FailSet *set : failing) {
         const std::string number = proposal(*set, digits);
         if (!number.empty()) {
             numbers.emplace(std::strtod(number.c_str(), nullptr), number);
@@ -115,11 +117,12 @@ std::vector<Step> staircase(const std::vector<const FailSet *> &sets, int digits
         if (place * most / numbers.size() == (place - 1) * most / numbers.size()) {
             continue;
         }
-        Step step{number, 0};
-        for (const FailSet *set : sets) {
-            step.passing += set->contains(value) ? 0U : 1U;
-        }
-        steps.push_back(step);
+        const double at = value;
+        const auto count = [at](const std::vector<const FailSet *> &sets) {
+            return static_cast<std::size_t>(std::count_if(
+                sets.begin(), sets.end(), [at](const FailSet *set) { return !set->contains(at); }));
+        };
+        steps.push_back({number, count(failing) + count(passing)});
     }
     return steps;
 }

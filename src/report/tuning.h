@@ -33,9 +33,10 @@ struct Step {
     std::size_t passing = 0;
 };
 
-// The numbers, rounded up to so many digits, at which more of the sets pass, in rising order and at most so
-// many of them, the last one included.
-std::vector<Step> staircase(const std::vector<const FailSet *> &sets, int digits, std::size_t most);
+// The numbers, rounded up to so many digits, at which more of the failing sets pass, in rising order and at
+// most so many of them, the last one included. Those that pass now are counted as long as they do.
+std::vector<Step> staircase(const std::vector<const FailSet *> &failing,
+                            const std::vector<const FailSet *> &passing, int digits, std::size_t most);
 
 } // namespace report
 

@@ -49,24 +49,24 @@ prepare() {
     gzip -k regression/turned.pun && rm regression/turned.pun
     zstd -q --rm golden/turned.pun
     "$kit/tresk-list" golden regression out
-    while IFS=$'\t' read -r own common _ _ path; do
+    while IFS= read -r line; do
+        own=${line%%$'\t'*} path=${line##*$'\t'}
         gzip -dc <regression/turned.pun.gz >turned && zstd -qdcf golden/turned.pun.zst >golden.turned
         regression=regression/$path golden=golden/$path
         [ "$path" != turned.pun ] || regression=turned golden=golden.turned
         # shellcheck disable=SC2086 # words
         [ "$path" = noreport.pun ] ||
-            "$report" pair --quiet --out "out/report/$path" $common $own "$golden" "$regression" || true
-    done <<<"$(tr '\t' '\n' <out/pairs | paste -d '\t' - - - - -| sed 's/^\t/ \t/; s/^\( *\S*[^\t]*\)\t\t/\1\t \t/')"
+            "$report" pair --quiet --out "out/report/$path" $own "$golden" "$regression" || true
+    done <out/pairs
 }
 prepare
 
 # Each step of the staircase counts what tresk counts.
 "$report" tune out >steps && code=0 || code=$?
-[ $code = 1 ] || complain "tune: exit code $code"
-while read -r knob value count _; do
-    case $knob in -a | -r | -Ronly) ;; *) continue ;; esac
-    options="$knob $value"
-    [ "$knob" != -Ronly ] || { options="-Ronly $value $count" && read -r _ _ _ count _ <<<"$(grep -F -- "$options " steps)"; }
+[ "$code" = 1 ] || complain "tune: exit code $code"
+mapfile -t lines < <(sed -n 's/^ *\(.*[^ ]\)  *\([0-9]*\) of 10 pairs$/\1|\2/p' steps)
+for line in "${lines[@]}"; do
+    options=${line%|*} count=${line#*|}
     passing=0
     for golden in $(cd golden && find . -name '*.pun' ! -name '*\ *'); do
         own=''
@@ -79,8 +79,8 @@ while read -r knob value count _; do
         ! "$TRESK" $options "${two%|*}" "${two#*|}" 2>/dev/null || passing=$((passing + 1))
     done
     [ "$passing" = "$count" ] || complain "tune: $options: $passing pass instead of $count"
-done <steps
-[ "$(grep -c ' of 10 pairs$' steps)" -ge 8 ] || complain "tune: $(cat steps)"
+done
+[ ${#lines[@]} -ge 8 ] || complain "tune: $(cat steps)"
 
 bless() { "$report" bless "$@"; }
 reason='the models of the resistors are new'
@@ -90,7 +90,8 @@ expect() { # <exit code> <regular expression> <arguments>...
     local wanted=$1 text=$2 code=0
     shift 2
     bless "$@" >printed 2>&1 </dev/null || code=$?
-    [ $code = "$wanted" ] && grep -q -e "$text" printed || complain "exit code $code instead of $wanted: $*: $(cat printed)"
+    if [ $code = "$wanted" ] && grep -q -e "$text" printed; then return; fi
+    complain "exit code $code instead of $wanted: $*: $(cat printed)"
 }
 expect 64 '10 characters' --reason 'too short' out a.pun
 expect 64 'one line' --reason "two lines${TMPDIR:+$'\n'}of reason" out a.pun
@@ -117,7 +118,7 @@ mv golden/a.pun golden/real && ln -s real golden/a.pun && chmod 640 golden/real
 cp golden/real old
 printf '%s\n' a.pun "it's/b \$c.pun" turned.pun nan.pun own.pun >list
 expect 1 '3 blessed, 1 refused, 1 not looked at' --yes --keep keep --reason "$reason" --list list out
-cmp golden/real regression/a.pun && cmp old keep/a.pun && [ -h golden/a.pun ] || complain 'a.pun'
+{ cmp golden/real regression/a.pun && cmp old keep/a.pun && [ -h golden/a.pun ]; } || complain 'a.pun'
 [ "$(stat -c %a golden/real)" = 640 ] || complain 'mode'
 cmp "golden/it's/b \$c.pun" "regression/it's/b \$c.pun" || complain 'a path with blanks'
 zstd -qdc golden/turned.pun.zst | cmp - turned || complain 'a packed file'
@@ -134,7 +135,7 @@ expect 1 'has changed since it was compared' --yes --reason "$reason" out own.pu
 prepare
 for process in 1 2; do bless --yes --reason "$reason" out a.pun >"printed.$process" 2>&1 & done
 wait
-[ "$(cat printed.? | grep -c '^blessed a.pun')" = 1 ] && [ "$(wc -l <golden/blessings.tsv)" = 1 ] ||
+[ "$(cat printed.? | grep -c '^blessed a.pun') $(wc -l <golden/blessings.tsv)" = '1 1' ] ||
     complain "two at a time: $(cat printed.?)"
 
 # Killed, or denied something, at every step: the old or the new file, and one line on record in the end
@@ -145,13 +146,15 @@ steps=0
 one_fault() { # <calls> <fault> <number>
     cp old golden/a.pun
     rm -rf golden/blessings.* keep
-    strace -o trace -e "trace=$1" -e "inject=$1:$2:when=$3" "$report" bless --yes --keep keep --reason "$reason" out a.pun \
-        >printed 2>&1 </dev/null || true
+    {
+        strace -o trace -e "trace=$1" -e "inject=$1:$2:when=$3" \
+            "$report" bless --yes --keep keep --reason "$reason" out a.pun >printed 2>&1 </dev/null || true
+    } 2>/dev/null
     grep -qE 'INJECTED|killed by' trace || return 1
     steps=$((steps + 1))
     cmp -s golden/a.pun old || cmp -s golden/a.pun new || complain "$*: half a golden file"
     bless --yes --keep keep --reason "$reason" out a.pun >>printed 2>&1 || true
-    cmp golden/a.pun new && cmp keep/a.pun old || complain "$*: $(cat printed)"
+    { cmp golden/a.pun new && cmp keep/a.pun old; } || complain "$*: $(cat printed)"
     [ "$(wc -l <golden/blessings.tsv)" = 1 ] || complain "$*: record: $(cat golden/blessings.tsv printed)"
     [ "$(cd golden && echo *.blessing *.pending*)" = '*.blessing *.pending*' ] || complain "$*: leftovers: $(ls golden)"
 }
