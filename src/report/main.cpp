@@ -27,6 +27,10 @@ int main(int argc, char **argv)
     switch (line.command) {
     case report::Command::PAIR:
         return report::run_pair(line.pair);
+    case report::Command::TUNE:
+        return report::run_tune(line.tune);
+    case report::Command::BLESS:
+        return report::run_bless(line.bless);
     case report::Command::SCHEMA:
         return print_schema();
     case report::Command::TREE:

@@ -3,20 +3,24 @@
 #ifndef TRESK_REPORT_OPTIONS_H
 #define TRESK_REPORT_OPTIONS_H
 
+#include "report/bless.h"
 #include "report/pair.h"
 #include "report/tree.h"
+#include "report/tune.h"
 
 namespace report
 {
 
-enum class Command { NONE, PAIR, SCHEMA, TREE, HISTORY };
+enum class Command { NONE, PAIR, TREE, HISTORY, TUNE, BLESS, SCHEMA };
 
 struct CommandLine {
     Command command = Command::NONE; // NONE: nothing more to do
     PairOptions pair;
     TreeOptions tree;
     std::string history; // path, of HISTORY
-    int exit_code = 0;   // of NONE
+    TuneOptions tune;
+    BlessOptions bless;
+    int exit_code = 0; // of NONE
 };
 
 // Reads the command line. Prints the help text, the version or what is wrong.

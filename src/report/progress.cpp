@@ -30,8 +30,8 @@ void print(std::string_view text)
 
 } // namespace
 
-Progress::Progress(std::string what, std::int64_t total)
-    : what_(std::move(what)), total_(total), is_shown_(is_terminal()), next_(Clock::now() + kPatience)
+Progress::Progress(std::string what, std::size_t all)
+    : what_(std::move(what)), all_(all), is_shown_(is_terminal()), next_(Clock::now() + kPatience)
 {
 }
 
@@ -40,13 +40,13 @@ Progress::~Progress()
     wipe();
 }
 
-void Progress::at(std::int64_t done)
+void Progress::show(std::size_t done)
 {
     if (!is_shown_ || Clock::now() < next_) {
         return;
     }
-    const std::string of_total = total_ > 0 ? " of " + std::to_string(total_) : "";
-    print("\r\033[Ktresk-report: " + what_ + ": " + std::to_string(done) + of_total);
+    const std::string of_all = all_ > 0 ? " of " + std::to_string(all_) : "";
+    print('\r' + std::to_string(done) + of_all + ' ' + what_ + "\033[K");
     is_drawn_ = true;
     next_ = Clock::now() + kPause;
 }

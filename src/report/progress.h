@@ -5,7 +5,7 @@
 #define TRESK_REPORT_PROGRESS_H
 
 #include <chrono>
-#include <cstdint>
+#include <cstddef>
 #include <string>
 
 namespace report
@@ -14,14 +14,14 @@ namespace report
 class Progress
 {
   public:
-    // what: "reading reports", plain text. total: units of work, 0 where that is not known.
-    Progress(std::string what, std::int64_t total);
+    // what: "reports read", plain text. all: units of work, 0 where that is not known.
+    Progress(std::string what, std::size_t all);
     Progress(const Progress &) = delete;
     Progress &operator=(const Progress &) = delete;
     ~Progress();
 
     // So many units are done. Cheap: may be called for each.
-    void at(std::int64_t done);
+    void show(std::size_t done);
 
     // Takes the line away, since something else is to be printed.
     void wipe();
@@ -30,7 +30,7 @@ class Progress
     using Clock = std::chrono::steady_clock;
 
     std::string what_;
-    std::int64_t total_;
+    std::size_t all_;
     bool is_shown_; // to anybody at all
     bool is_drawn_ = false;
     Clock::time_point next_; // when to draw it again

@@ -54,7 +54,7 @@ RunPair history_pair(const TreePair &pair, const TreeFindings &found)
 void read_all_findings(TreeRun &run, TreeView &view, Run *kept)
 {
     TreeSignals signals;
-    Progress progress("reading findings", static_cast<std::int64_t>(run.pairs.size()));
+    Progress progress("reports looked through", run.pairs.size());
     view.worst.resize(run.pairs.size());
     for (std::size_t i = 0; i < run.pairs.size(); ++i) {
         TreePair &pair = run.pairs[i];
@@ -72,7 +72,7 @@ void read_all_findings(TreeRun &run, TreeView &view, Run *kept)
         if (kept != nullptr && !is_known) {
             kept->pairs.push_back(history_pair(pair, found));
         }
-        progress.at(static_cast<std::int64_t>(i));
+        progress.show(i);
     }
     view.signals = signals.sorted();
     view.left_out_findings = signals.left_out();

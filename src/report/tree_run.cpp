@@ -200,7 +200,7 @@ TreeRun read_tree(const std::string &out)
     read_arguments(run);
     const std::vector<std::string_view> lines = lines_of(*list);
     const auto joblog = read_joblog(out);
-    Progress progress("reading reports", static_cast<std::int64_t>(lines.size()));
+    Progress progress("pairs read", lines.size());
     for (const std::string_view line : lines) {
         TreePair pair = read_pair(run, line);
         const auto measured = joblog.find(std::string(line));
@@ -209,7 +209,7 @@ TreeRun read_tree(const std::string &out)
         }
         read_summary(run, pair);
         run.pairs.push_back(std::move(pair));
-        progress.at(static_cast<std::int64_t>(run.pairs.size()));
+        progress.show(run.pairs.size());
     }
     read_missing(run);
     for (const TreePair &pair : run.pairs) {
