@@ -1,8 +1,8 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Installs what the build needs and this machine lacks, or says what to install. Arguments name more:
-# googletest, cli11, json, libcrypto, jsonschema, selenium, or commands, each in the Debian package of the same name,
-# or as PACKAGE:COMMAND.
+# googletest, cli11, json, libcrypto, pugixml, sqlite, jsonschema, junitparser, selenium, or commands, each in the Debian
+# package of the same name, or as PACKAGE:COMMAND.
 set -eu
 
 need() { # <Debian package> <command that succeeds when it is there>...
@@ -28,7 +28,10 @@ find_missing() {
         googletest) need libgtest-dev has_header gtest/gtest.h ;;
         cli11) need libcli11-dev has_header CLI/CLI.hpp ;;
         json) need nlohmann-json3-dev has_header nlohmann/json.hpp ;;
+        sqlite) need libsqlite3-dev has_header sqlite3.h ;;
         libcrypto) need libssl-dev has_header openssl/evp.h ;;
+        pugixml) need libpugixml-dev has_header pugixml.hpp ;;
+        junitparser) need python3-junitparser python3 -c 'import junitparser' ;;
         selenium) need python3-selenium /usr/bin/python3 -c 'import selenium' ;;
         jsonschema) need python3-jsonschema python3 -c 'import jsonschema' ;;
         *) need "${tool%:*}" command -v "${tool#*:}" ;;

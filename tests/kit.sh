@@ -371,6 +371,8 @@ END
     offers pair pa
     offers '--figures --findings' pair golden/nand.pun --fi
     offers '' pair --figures g
+    offers '-Aonly -AorR' tune --digits 3 -Ao
+    offers '--keep' bless --yes --ke
     offers '-Aonly -AorR' pair --out --strange -Ao
     offers '1 128 16' pair --quiet -pem 1
     [ "$piece" = fish ] || offers golden pair --out new gol

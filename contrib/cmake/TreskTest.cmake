@@ -1,12 +1,13 @@
 # SPDX-License-Identifier: MIT
 # tresk_add_test(NAME <name> GOLDEN <file> REGRESSION <file> [TABLE <file>] [ARGS <option>...]
-#                [ACCEPT <grade>...])
+#                [ACCEPT <grade>...] [REPORT <folder>])
 #
 # Adds a CTest test that compares two punch files, which may be compressed (*.gz, *.zst). It passes when the
 # grade is one of ACCEPT, numbers or names, which is PASS alone by default; NO_DATA accepts that there was
 # nothing to compare. The output of the test is the transcript.
 # A relative GOLDEN or TABLE is taken from the source folder, a relative REGRESSION from the binary folder.
-# TABLE adds the options that it has for the golden file's path, seen from the folder of the table.
+# REPORT has tresk-report compare, which leaves a report in a folder of its own for this test, relative to the binary
+# folder. TABLE adds the options that it has for the golden file's path, seen from the folder of the table.
 #
 # The kit's tresk-check runs tresk and judges the transcript: an exit code may be that of a run that died, and
 # the grade that of two files that could not be read.
@@ -28,7 +29,7 @@ function(tresk_check_options table)
 endfunction()
 
 function(tresk_add_test)
-    cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME;GOLDEN;REGRESSION;TABLE" "ARGS;ACCEPT")
+    cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME;GOLDEN;REGRESSION;TABLE;REPORT" "ARGS;ACCEPT")
     foreach(needed NAME GOLDEN REGRESSION)
         if("${arg_${needed}}" STREQUAL "")
             message(FATAL_ERROR "tresk_add_test: ${needed} is missing")
@@ -61,9 +62,23 @@ function(tresk_add_test)
             list(APPEND look_up "${argument}")
         endforeach()
     endif()
+    if(DEFINED arg_REPORT)
+        get_target_property(tresk Tresk::tresk LOCATION)
+        get_filename_component(folder "${tresk}" DIRECTORY)
+        find_program(reporter tresk-report HINTS "${folder}" NO_CACHE)
+        if(NOT reporter)
+            message(FATAL_ERROR "tresk_add_test: REPORT needs tresk-report, which is not found")
+        endif()
+        get_filename_component(report "${arg_REPORT}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_BINARY_DIR}")
+        string(REPLACE ";" "\\;" report "-r${report}")
+        list(APPEND look_up "${report}")
+        set(program "TRESK_REPORT=${reporter}")
+    else()
+        set(program "TRESK=$<TARGET_FILE:Tresk::tresk>")
+    endif()
     tresk_check_options("${table}" ${arg_ARGS})
     add_test(NAME "${arg_NAME}"
-        COMMAND ${CMAKE_COMMAND} -E env "TRESK=$<TARGET_FILE:Tresk::tresk>"
+        COMMAND ${CMAKE_COMMAND} -E env "${program}"
             "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../../tresk/harness/tresk-check"
             -A "${accepted}" ${look_up} "${golden}" "${regression}" ${arg_ARGS})
 endfunction()

@@ -4,15 +4,24 @@
 _tresk_report() {
     local word=${COMP_WORDS[COMP_CWORD]} words=
     case $COMP_CWORD:${COMP_WORDS[1]} in
-    1:*) words='pair schema --version --help' ;;
-    *:pair)
+    1:*) words='pair tune bless schema --version --help' ;;
+    *:bless)
+        [[ ${COMP_WORDS[COMP_CWORD - 1]} != --reason ]] || return # the user's own words
+        if [[ $word != --* ]]; then
+            compopt -o filenames 2>/dev/null
+            mapfile -t COMPREPLY < <(compgen -f -- "$word")
+            return
+        fi
+        words='--reason --list --yes --keep --even-nan --help'
+        ;;
+    *:pair | *:tune)
         case ${COMP_WORDS[COMP_CWORD - 1]} in
         --out)
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -d -- "$word")
             return
             ;;
-        --figures | --data | --findings) return ;; # a number of the user's own
+        --figures | --data | --findings | --digits) return ;; # a number of the user's own
         esac
         if [[ $word != --* ]]; then # for tresk: its options, their values, the files
             # shellcheck source=contrib/completions/tresk.bash
@@ -21,6 +30,7 @@ _tresk_report() {
             return
         fi
         words='--out --figures --data --findings --always --quiet --help'
+        [[ ${COMP_WORDS[1]} = pair ]] || words='--digits --help'
         ;;
     *) words='--help' ;;
     esac

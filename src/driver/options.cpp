@@ -207,6 +207,12 @@ ArgumentKind kind_of_argument(const char *argument)
     }
 }
 
+bool sets_mode(const char *argument)
+{
+    const OptionRule *rule = argument[0] == '-' ? find_rule(argument) : nullptr;
+    return rule != nullptr && rule->action == Action::FLAG && rule->number != &desert;
+}
+
 std::vector<OptionName> option_names()
 {
     std::vector<OptionName> names;

@@ -36,6 +36,9 @@ enum class ArgumentKind {
 
 ArgumentKind kind_of_argument(const char *argument);
 
+// Whether an argument is one of the tolerance modes, of which there may be one.
+bool sets_mode(const char *argument);
+
 // An option by its full name. The manual, the usage text and the completions are held to these by a test.
 struct OptionName {
     const char *word;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "report/comparison.h"
 
-#include "driver/tk_main.h"
 #include "report/recorder.h"
 #include "report/report_files.h"
+#include "report/tresk_run.h"
 #include "support/transcript.h"
 
 #include <cerrno>
@@ -23,18 +23,10 @@ namespace
 {
 
 // Runs tresk on its arguments. Returns the seconds that it took.
-double run_on(std::vector<std::string> arguments)
+double run_on(const std::vector<std::string> &arguments)
 {
-    arguments.insert(arguments.begin(), "tresk");
-    std::vector<char *> argv;
-    argv.reserve(arguments.size() + 1);
-    for (std::string &argument : arguments) {
-        argv.push_back(argument.data());
-    }
-    const int argc = static_cast<int>(argv.size());
-    argv.push_back(nullptr);
     const auto start = std::chrono::steady_clock::now();
-    run_tresk(argc, argv.data());
+    run_tresk_on(arguments);
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 

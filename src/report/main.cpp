@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "report/embedded.h"
+#include "report/history_table.h"
 #include "report/options.h"
 
 #include <cstdio>
@@ -26,8 +27,16 @@ int main(int argc, char **argv)
     switch (line.command) {
     case report::Command::PAIR:
         return report::run_pair(line.pair);
+    case report::Command::TUNE:
+        return report::run_tune(line.tune);
+    case report::Command::BLESS:
+        return report::run_bless(line.bless);
     case report::Command::SCHEMA:
         return print_schema();
+    case report::Command::TREE:
+        return report::run_tree(line.tree);
+    case report::Command::HISTORY:
+        return report::print_history(line.history);
     default:
         return line.exit_code;
     }

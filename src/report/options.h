@@ -3,16 +3,23 @@
 #ifndef TRESK_REPORT_OPTIONS_H
 #define TRESK_REPORT_OPTIONS_H
 
+#include "report/bless.h"
 #include "report/pair.h"
+#include "report/tree.h"
+#include "report/tune.h"
 
 namespace report
 {
 
-enum class Command { NONE, PAIR, SCHEMA };
+enum class Command { NONE, PAIR, TREE, HISTORY, TUNE, BLESS, SCHEMA };
 
 struct CommandLine {
     Command command = Command::NONE; // NONE: nothing more to do
     PairOptions pair;
+    TreeOptions tree;
+    std::string history; // path, of HISTORY
+    TuneOptions tune;
+    BlessOptions bless;
     int exit_code = 0; // of NONE
 };
 

@@ -4,41 +4,17 @@
 #include "report/embedded.h"
 #include "report/order.h"
 #include "report/page_parts.h"
+#include "report/page_shell.h"
 #include "report/page_words.h"
-#include "report/text.h"
 #include "report/words.h"
 
 #include <algorithm>
-#include <array>
-#include <openssl/evp.h>
 
 namespace report
 {
 
 namespace
 {
-
-// What a policy allows a text by: its digest in base64.
-std::string digest_source(std::string_view text)
-{
-    constexpr std::size_t kMost = EVP_MAX_MD_SIZE;
-    std::array<unsigned char, kMost> digest = {};
-    unsigned size = 0;
-    if (EVP_Digest(text.data(), text.size(), digest.data(), &size, EVP_sha256(), nullptr) != 1) {
-        return "'none'";
-    }
-    std::array<unsigned char, 2 *kMost> base64 = {};
-    const int length = EVP_EncodeBlock(base64.data(), digest.data(), static_cast<int>(size));
-    return "'sha256-" + std::string(base64.begin(), base64.begin() + length) + "'";
-}
-
-// The page's own style and script by their digests, and nothing else: no name of a file can become code, and
-// nothing is ever loaded or sent.
-std::string policy()
-{
-    return "default-src 'none'; base-uri 'none'; form-action 'none'; style-src " + digest_source(kPageStyle) +
-           "; script-src " + digest_source(kPageScript);
-}
 
 std::vector<const Figure *> figures_by_finding(const Result &result, const std::vector<Figure> &figures)
 {
@@ -51,16 +27,6 @@ std::vector<const Figure *> figures_by_finding(const Result &result, const std::
         }
     }
     return figure_of;
-}
-
-void write_html_head(std::ostream &out, const Result &result)
-{
-    out << "<!doctype html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-        << R"(<meta http-equiv="Content-Security-Policy" content=")" << policy() << "\">\n"
-        << "<meta name=\"referrer\" content=\"no-referrer\">\n"
-        << "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>"
-        << grade_word(result.grade) << ' ' << name_text(result.regression.path) << "</title>\n<style>"
-        << kPageStyle << "</style>\n</head>\n<body>\n";
 }
 
 // Links to the sections that there are.
@@ -87,7 +53,8 @@ void write_contents(std::ostream &out, const PageView &view)
 void write_page(std::ostream &out, const Result &result, const PageInput &input)
 {
     const PageView view = {result, input, figures_by_finding(result, input.figures)};
-    write_html_head(out, result);
+    begin_page(
+        out, {std::string(grade_word(result.grade)) + ' ' + result.regression.path, kPageStyle, kPageScript});
     write_head(out, view);
     write_contents(out, view);
     out << "<main>\n";
@@ -101,7 +68,9 @@ void write_page(std::ostream &out, const Result &result, const PageInput &input)
     write_missing_and_different(out, view);
     write_transcript(out, view);
     write_origin(out, view);
-    out << "</main>\n<script>" << kPageScript << "</script>\n</body>\n</html>\n";
+    out << "</main>\n";
+    write_script(out, kPageScript);
+    end_page(out);
 }
 
 } // namespace report

@@ -10,6 +10,7 @@
 #include "report/relay.h"
 #include "report/report_files.h"
 #include "report/text.h"
+#include "report/tresk_run.h"
 #include "report/words.h"
 #include "support/transcript.h"
 
@@ -179,10 +180,7 @@ void PairRun::wait_for_end()
     int status = 0;
     while (waitpid(child_, &status, 0) < 0 && errno == EINTR) {
     }
-    const int number = WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
-    const std::string end = WIFSIGNALED(status)
-                                ? "ended by signal " + std::to_string(number) + " (" + strsignal(number) + ")"
-                                : "ended with exit code " + std::to_string(number);
+    const std::string end = end_text(status);
     if (handover_->has_grade) {
         if (fault_.empty() && !handover_->is_written) {
             fault_ = handover_->fault[0] != '\0' ? handover_->fault : "the process that wrote it " + end;

@@ -25,7 +25,7 @@ class Splitter
     {
     }
 
-    TreskArguments split()
+    TreskArguments split(bool may_be_tree)
     {
         while (next_ < words_.size()) {
             const std::string &word = words_[next_++];
@@ -35,7 +35,7 @@ class Splitter
                 take_for_tresk(word);
             }
         }
-        if (files_ < 2) {
+        if (files_ < (may_be_tree ? 1 : 2)) {
             throw WrongCall(files_ == 0 ? "two punch files are needed" : "the second punch file is missing");
         }
         return std::move(split_);
@@ -98,9 +98,9 @@ class Splitter
 } // namespace
 
 TreskArguments split_arguments(const std::vector<std::string> &words,
-                               const std::function<bool(const std::string &)> &takes_value)
+                               const std::function<bool(const std::string &)> &takes_value, bool may_be_tree)
 {
-    return Splitter(words, takes_value).split();
+    return Splitter(words, takes_value).split(may_be_tree);
 }
 
 } // namespace report

@@ -25,9 +25,11 @@ struct TreskArguments {
 };
 
 // Sorts the words. takes_value answers for an own option, without "=", whether the next word is its value.
-// Throws WrongCall for what asks tresk for something else than a comparison, and unless there are two files.
+// Throws WrongCall for what asks tresk for something else than a comparison, and unless there are two files;
+// one is enough where it may be a tree, which is then the golden file.
 TreskArguments split_arguments(const std::vector<std::string> &words,
-                               const std::function<bool(const std::string &)> &takes_value);
+                               const std::function<bool(const std::string &)> &takes_value,
+                               bool may_be_tree = false);
 
 } // namespace report
 
