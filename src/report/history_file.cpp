@@ -195,12 +195,16 @@ void make_history(const std::string &path)
     sync_folder_of(path);
 }
 
-std::unique_ptr<Sqlite> open_history(const std::string &path)
+std::unique_ptr<Sqlite> open_history(const std::string &path, History::Access access)
 {
     check_head(path);
     auto database = std::make_unique<Sqlite>(path);
     check_tables(*database);
-    check_whole(*database);
+    if (access == History::Access::WRITE) {
+        check_whole(*database);
+        database->allow_writing();
+    }
+    database->trust();
     return database;
 }
 
