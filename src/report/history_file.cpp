@@ -20,9 +20,11 @@ namespace report
 namespace
 {
 
+using namespace std::string_view_literals;
+
 // What SQLite's file format has at its beginning.
 constexpr std::size_t kHeadSize = 100;
-constexpr std::string_view kMagic("SQLite format 3", 16); // with the NUL
+constexpr std::string_view kMagic = "SQLite format 3\0"sv;
 constexpr std::size_t kWriteVersionAt = 18;
 constexpr std::size_t kReadVersionAt = 19;
 constexpr char kWriteAhead = 2;
