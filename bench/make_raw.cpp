@@ -16,7 +16,10 @@ std::uint64_t size_of(const char *text)
 {
     char *unit = nullptr;
     const std::uint64_t number = std::strtoull(text, &unit, 10);
-    return number * (std::strcmp(unit, "MB") == 0 ? 1000000 : std::strcmp(unit, "kB") == 0 ? 1000 : 1);
+    const auto is = [unit](const char *name) {
+        return std::strcmp(unit, name) == 0;
+    };
+    return number * (is("MB") ? 1000000 : is("kB") ? 1000 : is("") ? 1 : 0);
 }
 
 void write_header(std::ostream &file, std::uint64_t points, std::uint64_t variables)

@@ -45,6 +45,7 @@ class Runs:
     points: int
     seconds: list = field(default_factory=list)
     peak: int = 0  # bytes
+    page: int = 0  # bytes of the page that it left, if it is a report
 
 
 # Figures: what a row makes of the runs of its commands.
@@ -70,6 +71,10 @@ def peak_mib(runs):
     return runs.peak / 2**20
 
 
+def page_mib(runs):
+    return runs.page / 2**20
+
+
 def peak_mib_more(first, second):
     return (first.peak - second.peak) / 2**20
 
@@ -91,6 +96,10 @@ def tresk_failing(data):
 
 def report(data):
     return ["{report}", "pair", "--quiet", "--out", f"{data}.report", data.golden, data.regress]
+
+
+def page_of(data):
+    return f"{data}.report/report.html"
 
 
 def report_failing(data):
@@ -227,6 +236,7 @@ FLOATS_2GB = Data("transient-float", "2GB", "400kB")
 FLOATS_13GB = Data("ac-sparse", "13GB", "400kB")
 TEXT_STEPS = (Data("transient-text", "1MB", "2kB"), Data("transient-text", "10MB", "20kB"), TEXT)
 MANY_SIGNALS = Data("many-signals", "100000", "1000")
+DOUBLES_1000 = Data("transient-double", "1000", "20")
 SIGNAL_STEPS = (Data("many-signals", "1000", "10"), Data("many-signals", "10000", "100"), MANY_SIGNALS)
 VALUES = Data("op-values", "100000", "1000")
 PASSING = Data("op-values", "1000000", "10000")
@@ -272,6 +282,8 @@ ROWS = (
     against(tresk, "report-passing", "report of a passing pair, transient text", TEXT, 1.3, 1.6, command=report),
     against(tresk_failing, "report-failing", "page and data of a failing pair, 50 figures", TEXT, 2, 3,
             command=report_failing, grade=3, other_grade=3),
+    Row("report-page", "page of 1000 failing signals of 10000 points", ((report_failing, DOUBLES_1000),), page_mib,
+        "MiB", 9, 10, runs=1, grade=3),
     Row("report-memory", "peak memory of these beyond that of tresk", ((report_failing, TEXT), (tresk_failing, TEXT)),
         peak_mib_more, "MiB more", 32, 64, runs=1, grade=3, other_grade=3),
     # Each waveform gets its own copy of the times: twice the bytes come out.
@@ -352,6 +364,8 @@ class Bench:
                         break
                 runs[place].seconds.append(seconds)
                 runs[place].peak = max(runs[place].peak, peak)
+                if os.path.exists(page_of(data)):
+                    runs[place].page = os.path.getsize(page_of(data))
         return runs
 
 

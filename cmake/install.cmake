@@ -3,6 +3,8 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
+# Components are Debian packages, and called like these.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME tresk)
 set(package_dir ${CMAKE_INSTALL_DATADIR}/cmake/Tresk)
 set(harness_dir ${CMAKE_INSTALL_DATADIR}/tresk/harness)
 
@@ -14,24 +16,29 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/TreskConfigVersion.cmake
 install(FILES contrib/cmake/TreskConfig.cmake contrib/cmake/TreskTest.cmake
     ${PROJECT_BINARY_DIR}/TreskConfigVersion.cmake DESTINATION ${package_dir})
 
-install(FILES man/tresk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES contrib/completions/tresk.bash
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME tresk)
-install(FILES contrib/completions/_tresk DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
-install(FILES contrib/completions/tresk.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+# Manual page and completions of a program.
+function(install_pages name)
+    install(FILES man/${name}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 ${ARGN})
+    install(FILES contrib/completions/${name}.bash
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME ${name} ${ARGN})
+    install(FILES contrib/completions/_${name} DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions ${ARGN})
+    install(FILES contrib/completions/${name}.fish
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d ${ARGN})
+endfunction()
+
+install_pages(tresk)
 if(TARGET raw2punch)
     add_executable(Tresk::raw2punch ALIAS raw2punch)
     install(TARGETS raw2punch EXPORT TreskTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-    install(FILES man/raw2punch.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-    install(FILES contrib/completions/raw2punch.bash
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME raw2punch)
-    install(FILES contrib/completions/_raw2punch DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
-    install(FILES contrib/completions/raw2punch.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+    install_pages(raw2punch)
 endif()
-if(TARGET tresk-report)
+if(TARGET tresk-report) # a package of its own, so its targets have a file of their own
     add_executable(Tresk::tresk-report ALIAS tresk-report)
-    install(TARGETS tresk-report EXPORT TreskTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-    install(FILES src/report/result-1.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/tresk)
+    install(TARGETS tresk-report EXPORT TreskReportTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+        COMPONENT tresk-report)
+    install(EXPORT TreskReportTargets NAMESPACE Tresk:: DESTINATION ${package_dir} COMPONENT tresk-report)
+    install(FILES src/report/result-1.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/tresk COMPONENT tresk-report)
+    install_pages(tresk-report COMPONENT tresk-report)
 endif()
 install(DIRECTORY contrib/harness/ DESTINATION ${harness_dir} USE_SOURCE_PERMISSIONS)
 
@@ -63,17 +70,27 @@ if(TRESK_STATIC)
     set(CPACK_GENERATOR TGZ)
 endif()
 set(CPACK_PACKAGE_CONTACT "the tresk authors <tresk@tresk.invalid>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "regression comparator of analog-simulator punch files")
-set(CPACK_PACKAGE_DESCRIPTION "tresk compares a punch file with a golden one, signal by signal and
-within tolerances, writes a transcript of what differs, and ends with one exit
-grade for a test harness. raw2punch makes punch files from the rawfiles of
-SPICE simulators.")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE ${package_revision})
 set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "cmake, ngspice, parallel")
+set(CPACK_DEBIAN_PACKAGE_SOURCE tresk)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_TRESK_PACKAGE_NAME tresk)
+set(CPACK_DEBIAN_TRESK_PACKAGE_SUGGESTS "cmake, ngspice, parallel, tresk-report")
+# The first line is the summary.
+set(CPACK_DEBIAN_TRESK_DESCRIPTION "regression comparator of analog-simulator punch files
+tresk compares a punch file with a golden one, signal by signal and
+within tolerances, writes a transcript of what differs, and ends with one exit
+grade for a test harness. raw2punch makes punch files from the rawfiles of
+SPICE simulators.")
+set(CPACK_DEBIAN_TRESK-REPORT_PACKAGE_NAME tresk-report)
+set(CPACK_DEBIAN_TRESK-REPORT_PACKAGE_DEPENDS "tresk (= ${PROJECT_VERSION}-${package_revision})")
+set(CPACK_DEBIAN_TRESK-REPORT_DESCRIPTION "pages and data of what tresk found in punch files
+tresk-report compares two punch files as tresk does, with the same transcript
+and exit code, and leaves a report: one HTML page that draws what failed, worst
+first, and the findings as JSON and CSV.")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/debian/package.cmake)
 include(CPack)

@@ -1,8 +1,8 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Installs what the build needs and this machine lacks, or says what to install. Arguments name more:
-# googletest, cli11, json, libcrypto, sqlite, jsonschema, selenium, or commands, each in the Debian package of the same name,
-# or as PACKAGE:COMMAND.
+# googletest, cli11, json, libcrypto, sqlite, jsonschema, selenium, or commands, each in the Debian package of the
+# same name, or as PACKAGE:COMMAND.
 set -eu
 
 need() { # <Debian package> <command that succeeds when it is there>...

@@ -14,15 +14,26 @@ wanted() {
         -e "$([ -x "$build/tresk-report" ] && echo ' ' || echo 'tresk-report\|result-1')" "$here/installed_files.txt"
 }
 
-install=(cmake --install "$build" --component Unspecified --prefix) # a component has a manifest of its own
-"${install[@]}" "$work/first" >/dev/null
+install() { # <prefix>: by components, which have manifests of their own
+    for component in tresk tresk-report; do
+        cmake --install "$build" --component $component --prefix "$1" >/dev/null
+    done
+}
+uninstall() {
+    for component in tresk tresk-report; do
+        cmake -D MANIFEST="$build/install_manifest_$component.txt" -P "$here/../cmake/uninstall.cmake" >/dev/null
+    done
+}
+
+install "$work/first"
 (cd "$work/first" && find . -type f ! -path '*/doc/*' ! -name '*Targets*' | LC_ALL=C sort) |
     diff <(wanted) -
 ls "$work/first/share/doc/tresk"/{LICENSE,CHANGELOG.md,docs/harness.md,docs/punch-format.md} >/dev/null
 mv "$work/first" "$work/moved"
 [ -z "$(grep -rl "$work/first" "$work/moved")" ]
+[ -z "$(grep -i '/[^/]*\(report\|result\)[^/]*$' "$build/install_manifest_tresk.txt" | grep -v /doc/)" ] # another package
 
-"${install[@]}" "$work/second" >/dev/null
+install "$work/second"
 touch "$work/second/share/somebody's"
-cmake -D MANIFEST="$build/install_manifest_Unspecified.txt" -P "$here/../cmake/uninstall.cmake" >/dev/null
+uninstall
 [ "$(find "$work/second" -type f -o -iname '*tresk*' -o -iname '*raw2punch*')" = "$work/second/share/somebody's" ]

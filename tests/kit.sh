@@ -348,13 +348,15 @@ zpty -r shell line '*end-1*'
 cat hits
 END
     share=$prefix/share
-    bash_offers='. "$0"; COMP_WORDS=(tresk "$@") COMP_CWORD=$#; _tresk; printf "%s\n" "${COMPREPLY[@]}"'
+    bash_offers='. "$0"; COMP_WORDS=("${0##*/}" "$@") COMP_CWORD=$#; function=_${0##*/}; "${function/-/_}"
+        printf "%s\n" "${COMPREPLY[@]}"'
     fish_offers='source $argv[1]; complete -C $argv[2]'
+    program=tresk
     offers() { # <expected words, joined by blanks> <word>...
         case $piece in
-        bash) ends_with 0 bash -c "$bash_offers" "$share/bash-completion/completions/tresk" "${@:2}" ;;
-        zsh) rm -f hits; ends_with 0 zsh -f offers.zsh "$(dirname "$share"/zsh/*/_tresk)" "tresk ${*:2}" ;;
-        fish) ends_with 0 fish -c "$fish_offers" "$share/fish/vendor_completions.d/tresk.fish" "tresk ${*:2}" ;;
+        bash) ends_with 0 bash -c "$bash_offers" "$share/bash-completion/completions/$program" "${@:2}" ;;
+        zsh) rm -f hits; ends_with 0 zsh -f offers.zsh "$(dirname "$share"/zsh/*/_$program)" "$program ${*:2}" ;;
+        fish) ends_with 0 fish -c "$fish_offers" "$share/fish/vendor_completions.d/$program.fish" "$program ${*:2}" ;;
         esac
         [ "$(cut -f 1 output | LC_ALL=C sort | xargs)" = "$1" ] || { cat output; exit 1; }
     }
@@ -364,10 +366,31 @@ END
     offers '' -abstol g
     offers '' -a g
     [ "$piece" = fish ] || offers golden -a 1 -r 0.1 gol
+    [ -x "$prefix/bin/tresk-report" ] || exit 0
+    program=tresk-report
+    offers pair pa
+    offers '--figures --findings' pair golden/nand.pun --fi
+    offers '' pair --figures g
+    offers '-Aonly -AorR' pair --out --strange -Ao
+    offers '1 128 16' pair --quiet -pem 1
+    [ "$piece" = fish ] || offers golden pair --out new gol
+    ;;
+report) # the page on reports, and what it shows of them
+    need python3 tresk-report
+    ends_with 0 sh -ec "$(snippet sh report.md)"
+    shows '^exit code 3$' '^r1m0/MR/sweep/VYMIN'
+    grep -q '<svg class="figure waves"' report/nand/report.html
+    ends_with 0 tresk-report schema
+    cmp output "$prefix/share/tresk/result-1.schema.json"
     ;;
 man)
     need man
-    MANPATH=$prefix/share/man ends_with 0 env MANWIDTH=80 man --warnings tresk
+    export MANPATH=$prefix/share/man MANWIDTH=80
+    if [ -x "$prefix/bin/tresk-report" ]; then
+        ends_with 0 man --warnings tresk-report
+        shows '^ *--out folder'
+    fi
+    ends_with 0 man --warnings tresk
     shows '^SURPRISES' '^ *-nem mask'
     # What the manual says to parsers holds for the result lines of the samples.
     regex=$(sed -n 's/^ *\( (\[^ \]+) .*\$\)$/\1/p' output)

@@ -1,7 +1,7 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# Does what docs/ngspice.md tells, block by block, with what is installed below a prefix; then runs the steps of its
-# CI files on the result. With --install, also what the page tells to install, from the package beside the script.
+# Does what docs/ngspice.md shows, block by block, with what is installed below a prefix; then runs the steps of its
+# CI files on the result. With --install, also what the page has installed, from the package beside the script.
 # Says what it needs and ends with 77 when a tool is missing. Usage: ngspice_page.sh [--install] PREFIX WORK
 set -euo pipefail
 here=$(realpath "$(dirname "$0")")
@@ -38,7 +38,7 @@ grep -q '^89% tests passed, 1 tests failed out of 9' output || fail "more than t
 # The signals that the page shows are in the transcript, whatever digits this release of ngspice comes to.
 page '' | sed -n 's/^\(v([a-z]*) *[0-9]\).*<=A=R=.*/^\1.*<=A=R=/p' >shown
 [ "$(wc -l <shown) $(grep -cf shown output)" = '2 2' ] || fail "the page shows another transcript"
-grep -q 'filter.compare.*status="fail"' regression/build/junit.xml || fail "junit.xml does not tell it"
+grep -q 'filter.compare.*status="fail"' regression/build/junit.xml || fail "junit.xml does not show it"
 
 # Both CI files: as YAML, and their steps, which end with 8 for the failing test.
 page yaml | awk '/^---$/ { ++n } { print > ("ci" n ".yml") }'

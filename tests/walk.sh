@@ -32,8 +32,10 @@ for copy in "$root/debian$clone" "$root/debian/srv/tresk"; do
 done
 chown -R 1000:1000 "$root/debian/home/user"
 
-says_what_to_install 'g++ cmake make' scripts/try.sh
-as_root scripts/try.sh
+says_what_to_install 'g++ cmake make libcli11-dev nlohmann-json3-dev libssl-dev libsqlite3-dev' scripts/try.sh
+as_root scripts/try.sh | tee "$root/output"
+page=$(sed -n 's/^page: //p' "$root/output")
+grep -q '<svg class="figure waves"' "$root/debian/srv/tresk/$page"
 grep -q "^CMAKE_CACHE_MINOR_VERSION:INTERNAL=${old_cmake#*.}$" "$root/debian/srv/tresk/build/CMakeCache.txt"
 grep -q "^cmake_minimum_required(VERSION $old_cmake)" CMakeLists.txt
 as_root cmake --install build
@@ -49,7 +51,7 @@ as_user /home/user/.local/bin/tresk samples/nand/golden.pun samples/nand/golden.
 as_user cmake --build build --target uninstall
 [ -z "$(find "$root/debian/home/user/.local" -type f)" ]
 as_user sh -c '(cd build && cpack)'
-in_root "$root/debian" sh -c 'cd "$0" && apt install -y ./build/tresk_*.deb' "$clone"
-as_user tresk samples/nand/golden.pun samples/nand/golden.pun
+in_root "$root/debian" sh -c 'cd "$0" && apt install -y ./build/tresk*.deb' "$clone"
+as_user tresk-report pair --always --out report samples/nand/golden.pun samples/nand/golden.pun
 as_root apt remove -y tresk
-says_what_to_install "libgtest-dev libcli11-dev" scripts/test.sh
+says_what_to_install "libgtest-dev python3-jsonschema" scripts/test.sh

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is shown, in the address: #key=KEY&x=FROM,TO, for tickets. Keys of findings are the same from run to run.
 
 const addressOf = (key, stretch) => {
@@ -42,8 +43,9 @@ class Address {
 
   write(view) {
     const picture = view.picture;
-    const whole = !view.zooms || picture === null || picture.whole.every((v, i) => v === [picture.low, picture.high][i]);
-    history.replaceState(null, '', addressOf(view.key, whole ? null : [picture.low, picture.high]));
+    const isWhole = !view.zooms || picture === null ||
+      (picture.low === picture.whole[0] && picture.high === picture.whole[1]);
+    history.replaceState(null, '', addressOf(view.key, isWhole ? null : [picture.low, picture.high]));
   }
 
   follow() {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Axes, their ticks and labels, step by step as the program makes them (src/report/axis.cpp), so that a figure
 // that is drawn again looks the same.
 
@@ -56,9 +57,8 @@ const linearTicks = (low, high, want) => {
   const step = power * (mantissa < 1.5 ? 1 : mantissa < 3.5 ? 2 : mantissa < 7.5 ? 5 : 10);
   const ticks = [];
   const last = high / step + SLACK + ROUNDING * Math.abs(high / step);
-  for (let k = Math.ceil(low / step - SLACK - ROUNDING * Math.abs(low / step)); k <= last && ticks.length < MOST_TICKS; ++k) {
-    ticks.push(k * step + 0);
-  }
+  const first = Math.ceil(low / step - SLACK - ROUNDING * Math.abs(low / step));
+  for (let k = first; k <= last && ticks.length < MOST_TICKS; ++k) ticks.push(k * step + 0);
   return ticks;
 };
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Coefficients in pairs, drawn again on a linear or a logarithmic axis.
 
 class Bars {

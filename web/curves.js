@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lines and error strips as path data. Of all points in one column of pixels those are drawn that make the same
 // picture (src/report/reduce.h), so that a redraw takes as long as the drawing is wide, not as the file is long.
 
@@ -71,7 +72,8 @@ const columnsPath = (heights, left, bottom) => {
   for (let i = 0; i <= heights.length; ++i) {
     const next = i < heights.length ? heights[i] : 0;
     if (next === height) continue;
-    path.push(height === 0 ? `M${left + i} ${bottom}` : `H${left + i}`, 'V', pixel(bottom - next), next === 0 ? 'z' : '');
+    path.push(height === 0 ? `M${left + i} ${bottom}` : `H${left + i}`, 'V', pixel(bottom - next));
+    if (next === 0) path.push('z');
     height = next;
   }
   return path.join('');

@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
 // The difference of two curves, to tell them apart where they lie on each other. Nothing here is judged: the
 // errors that were are in the strip.
 
 // A phase differs the shorter way round.
-const turned = (difference, unit) => (unit.text === '°' ? difference - 360 * Math.round(difference / 360) : difference);
+const turned = (difference, unit) =>
+  (unit.text === '°' ? difference - 360 * Math.round(difference / 360) : difference);
 
 // The value of a curve at x, on the line between its points; NaN beside it.
 const valueAt = ({x, y}, at) => {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All figures of the page: which is the current one, and which share their stretch of x.
 
 class Figures {
@@ -22,9 +23,8 @@ class Figures {
   share(changed) {
     const {low, high} = changed.picture;
     this.stretches.set(changed.data.group, [low, high]);
-    for (const view of this.views) {
-      if (view !== changed && view.zooms && view.data.group === changed.data.group && isOpen(view)) view.show(low, high);
-    }
+    const others = this.views.filter(view => view !== changed && view.zooms && view.data.group === changed.data.group);
+    for (const view of others) if (isOpen(view)) view.show(low, high);
     this.onView(changed);
   }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The places of the parts of a drawing, which the program and this script share (src/report/svg.h).
 
 const WIDTH = 960;
@@ -44,7 +45,8 @@ const shortened = (text, most) => {
 const shortUnit = unit => ({text: shortened(unit.text, 8), prefix: unit.prefix});
 
 // There is no room for a long unit beside a number of the strip: its name tells it.
-const stripUnit = unit => (unit.prefix || new TextEncoder().encode(unit.text).length <= 3 ? unit : {text: '', prefix: false});
+const stripUnit = unit =>
+  (unit.prefix || new TextEncoder().encode(unit.text).length <= 3 ? unit : {text: '', prefix: false});
 
 // About how wide a text is drawn.
 const textWidth = (text, size = 12) => 0.56 * size * Array.from(text).length;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Starts everything: the page is whole without it.
 
 const KEYS = [

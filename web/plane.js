@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Poles and zeros, drawn again on linear or signed-log axes.
 
 const PLANE_TOP = 46;
@@ -11,7 +12,8 @@ class Plane {
     this.data = data;
     this.drawing = drawing;
     this.log = true; // of both signs
-    this.roots = data.roots.map(root => ({...root, golden: root.golden?.map(number), regression: root.regression?.map(number)}));
+    this.roots = data.roots.map(root => (
+      {...root, golden: root.golden?.map(number), regression: root.regression?.map(number)}));
     this.shown = this.axes();
   }
 
@@ -39,10 +41,12 @@ class Plane {
     const ticks = ticksOf(real, 6);
     const texts = ticks.map(tick => withUnit(tick, {text: '', prefix: true}));
     draw(this.drawing, 'path.grid', ticks.map(tick =>
-      `M${pixel(real.place(tick))} ${PLANE_TOP}V${end}M${LEFT} ${pixel(imaginary.place(tick))}H${LEFT + PLANE_SIDE}`).join(''));
+      `M${pixel(real.place(tick))} ${PLANE_TOP}V${end}` +
+      `M${LEFT} ${pixel(imaginary.place(tick))}H${LEFT + PLANE_SIDE}`).join(''));
     const labels = ticks.flatMap((tick, i) => [
       svg('text', {class: 'tick', x: pixel(real.place(tick)), y: end + 15, 'text-anchor': 'middle'}, texts[i]),
-      svg('text', {class: 'tick', x: LEFT - 6, y: pixel(imaginary.place(tick) + 4), 'text-anchor': 'end'}, texts[i]),
+      svg('text', {class: 'tick', x: LEFT - 6, y: pixel(imaginary.place(tick) + 4), 'text-anchor': 'end'},
+        texts[i]),
     ]);
     this.drawing.querySelector('g.ticks').replaceChildren(...labels);
     const scale = this.log ? 'signed-log' : 'linear';
@@ -65,10 +69,12 @@ class Plane {
   // Numbers, of the root that is furthest off first, stay as far from their marks as they are.
   moveCallouts(axes) {
     const weight = root => (Number.isNaN(number(root.error)) ? Infinity : number(root.error));
-    const failing = this.roots.filter(root => root.fails).sort((a, b) => (weight(b) > weight(a)) - (weight(a) > weight(b)));
-    const spots = failing.map(root => [markSpot(this.shown, root), markSpot(axes, root)]).filter(pair => pair[0] !== null);
+    const failing = this.roots.filter(root => root.fails);
+    failing.sort((a, b) => (weight(b) > weight(a)) - (weight(a) > weight(b)));
+    const spots = failing.map(root => [markSpot(this.shown, root), markSpot(axes, root)]);
+    const placed = spots.filter(pair => pair[0] !== null);
     this.drawing.querySelectorAll('text.callout[text-anchor="middle"]').forEach((callout, i) => {
-      const [before, now] = spots[i];
+      const [before, now] = placed[i];
       set(callout, {x: pixel(Number(callout.getAttribute('x')) + now.x - before.x),
         y: pixel(Number(callout.getAttribute('y')) + now.y - before.y)});
     });
@@ -76,7 +82,8 @@ class Plane {
 }
 
 // Where a root is now, or was.
-const markSpot = (axes, root) => (root.regression && spotOf(axes, root.regression)) ?? (root.golden ? spotOf(axes, root.golden) : null);
+const markSpot = (axes, root) =>
+  (root.regression && spotOf(axes, root.regression)) ?? (root.golden ? spotOf(axes, root.golden) : null);
 
 // The decade above all coordinates, and the one below which the axis is linear (src/report/plane_places.h).
 const planeDecades = sizes => {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tables that sort by a column, and a filter over everything that has a name.
 
 // Numbers by value, what is no number first when falling; texts by the language, with their numbers as numbers.
@@ -39,7 +40,8 @@ const makeSortable = table => {
 
 class Filter {
   constructor(main) {
-    this.items = Array.from(main.querySelectorAll('table[id] > tbody > tr, table.values > tbody > tr, details.group tbody > tr, details.one'),
+    const rows = ['#findings', 'table.values', 'details.group'].map(part => part + ' tbody > tr');
+    this.items = Array.from(main.querySelectorAll([...rows, 'details.one'].join()),
       element => ({element, text: (element.querySelector('summary') ?? element).textContent.toLowerCase()}));
     this.input = html('input', {type: 'search', id: 'filter', autocomplete: 'off', spellcheck: 'false'});
     this.status = html('span', {role: 'status', class: 'hint'});

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers with their units, as the program writes them (src/report/units.cpp).
 
 const PREFIXES = ['a', 'f', 'p', 'n', 'µ', 'm', '', 'k', 'M', 'G', 'T'];

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A figure under the reader's hands: buttons, keys, dragging, the crosshair. All figures have one; only those of
 // curves can be zoomed.
 
@@ -54,8 +55,8 @@ class View {
     drawing.after(this.readout);
     drawing.addEventListener('keydown', event => {
       if (event.ctrlKey || event.metaKey || event.altKey) return;
-      const done = event.shiftKey && event.key.startsWith('Arrow') ? this.moveCrosshair(event.key) : this.act(event.key);
-      if (done) event.preventDefault();
+      const moves = event.shiftKey && event.key.startsWith('Arrow');
+      if (moves ? this.moveCrosshair(event.key) : this.act(event.key)) event.preventDefault();
     });
     if (this.zooms) this.followPointer();
     this.showState();
@@ -90,7 +91,9 @@ class View {
     const picture = this.picture;
     const pressed = {d: picture?.mode === 'difference', D: picture?.mode === 'magnified',
       l: picture === null ? this.data.x.log || this.data.logY || this.data.kind === 'plane' : picture.log};
-    for (const key of ['d', 'D', 'l']) this.buttons.get(key)?.setAttribute('aria-pressed', String(Boolean(pressed[key])));
+    for (const key of ['d', 'D', 'l']) {
+      this.buttons.get(key)?.setAttribute('aria-pressed', String(Boolean(pressed[key])));
+    }
   }
 
   // Shows the stretch from low to high, as much of it as there is. Stretches that a double cannot divide are refused.
@@ -149,9 +152,10 @@ class View {
     const copy = this.svg.cloneNode(true);
     copy.querySelector('.crosshair')?.remove();
     const text = '<?xml version="1.0"?>\n' + new XMLSerializer().serializeToString(copy);
-    const link = html('a', {download: this.data.id + '.svg', href: URL.createObjectURL(new Blob([text], {type: 'image/svg+xml'}))});
+    const address = URL.createObjectURL(new Blob([text], {type: 'image/svg+xml'}));
+    const link = html('a', {download: this.data.id + '.svg', href: address});
     link.click();
-    setTimeout(() => URL.revokeObjectURL(link.href), 10000);
+    setTimeout(() => URL.revokeObjectURL(address), 10000);
   }
 
   // Where an event is, in the units of the drawing.
@@ -173,7 +177,8 @@ class View {
       from = clamped(event);
       this.svg.setPointerCapture(event.pointerId);
       const height = this.svg.viewBox.baseVal.height - FIRST_TOP - 32;
-      band = svg('rect', {class: 'band', x: from, y: FIRST_TOP, width: 0, height, fill: '#1c6dd0', 'fill-opacity': 0.2});
+      const look = {fill: '#1c6dd0', 'fill-opacity': 0.2};
+      band = svg('rect', {class: 'band', x: from, y: FIRST_TOP, width: 0, height, ...look});
       this.svg.append(band);
     });
     this.svg.addEventListener('pointermove', event => {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Curves over a shared x axis, drawn again for another stretch of it or in another way.
 
 const EMPTY = [];
@@ -11,7 +12,6 @@ class Waves {
     this.mode = 'both'; // or 'difference' or 'magnified'
     this.low = data.x.low;
     this.high = data.x.high;
-    this.canLog = data.x.low > 0 && data.x.high > 0;
   }
 
   get whole() {
@@ -24,13 +24,14 @@ class Waves {
 
   draw() {
     this.x = this.axis();
-    this.y = this.panels.map((panel, i) => this.drawPanel(panel, i));
+    this.panels.forEach((panel, i) => this.drawPanel(panel, i));
     const ticks = ticksOf(this.x, 8);
     const labels = labelTicks(ticks, shortUnit(this.data.x.unit), this.x.scale);
     const bottom = panelPlace(this.panels.length - 1, this.panels.length).stripBottom;
     const farthest = text => WIDTH - textWidth(text) / 2;
     putTicks(this.drawing.querySelector('g.ticks-x'), labels.texts, i => (
-      {x: pixel(Math.min(this.x.place(ticks[i]), farthest(labels.texts[i]))), y: bottom + 15, 'text-anchor': 'middle'}));
+      {x: pixel(Math.min(this.x.place(ticks[i]), farthest(labels.texts[i]))), y: bottom + 15,
+        'text-anchor': 'middle'}));
     write(this.drawing, 'text.unit-x', axisTitle(this.data.x.name, labels));
     this.panels.forEach((_, i) => {
       const place = panelPlace(i, this.panels.length);
@@ -45,7 +46,6 @@ class Waves {
     return this.drawing.querySelector(`g.panel[data-panel="${i}"]`);
   }
 
-  // Returns the axis of y.
   drawPanel(panel, i) {
     const part = this.part(i);
     const place = panelPlace(i, this.panels.length);
@@ -68,7 +68,6 @@ class Waves {
     draw(part, 'path.error-pass', strip.passes);
     draw(part, 'path.error-nan', strip.noNumbers);
     write(part, 'text.strip-top', strip.top > 0 ? withUnit(strip.top, stripUnit(panel.errors.unit), 3) : '');
-    return y;
   }
 
   modeNote(panel) {
@@ -98,7 +97,8 @@ class Waves {
       const stretch = svg('g', {class: 'stretch'});
       stretch.append(svg('title', {}, 'not judged: ' + reason));
       for (const [top, bottom] of [[place.top, place.bottom], [place.stripTop, place.stripBottom]]) {
-        stretch.append(svg('rect', {class: 'hatch', x: pixel(begin), y: top, width: pixel(end - begin), height: bottom - top}));
+        const width = pixel(end - begin);
+        stretch.append(svg('rect', {class: 'hatch', x: pixel(begin), y: top, width, height: bottom - top}));
       }
       stretches.push(stretch);
     }

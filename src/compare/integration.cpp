@@ -3,10 +3,13 @@
 
 #include "compare/trace_lines.h"
 #include "read/point_blocks.h"
+#include "support/double_pair.h"
 #include "support/real.h"
 #include "support/settings.h"
+#include "support/wide_vectors.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace
@@ -89,63 +92,9 @@ void add_crossing(const Grid &grid, const PT &from, const PT &to, int left, int 
     }
 }
 
-using Pair = double __attribute__((vector_size(16)));
-
-Pair load(const double *values)
-{
-    Pair pair;
-    std::memcpy(&pair, values, sizeof pair);
-    return pair;
-}
-
-// Whether both places lie in the interval from low to high.
-bool both_inside(const Pair &places, const Pair &low, const Pair &high)
-{
-    const auto inside = (places >= low) & (places < high);
-    return (inside[0] & inside[1]) != 0;
-}
-
-// Areas of the two segments that begin at the points from on, as of trapezoid.
-Pair trapezoids(const double *x, const double *val)
-{
-    const Pair height = (load(val + 1) - load(val)) * Pair{0.5, 0.5} + load(val);
-    return height * (load(x + 1) - load(x));
-}
-
 PT point_of(const PointBlock &block, std::size_t i)
 {
     return {block.x[i], block.val[i]};
-}
-
-// Adds the segments to the points from i > 0 on, as far as they end in the interval (>= 0) that the point
-// before them is in: four at a time, but summed up in their order. Returns the first point that is left.
-std::size_t add_inside(const Grid &grid, const PointBlock &block, std::size_t i, int interval, double &area)
-{
-    const Pair low{static_cast<double>(interval), static_cast<double>(interval)};
-    const Pair high = low + Pair{1.0, 1.0};
-    const Pair per_dx{grid.per_dx, grid.per_dx};
-    double sum = area;
-    for (; kRealIsPlain && i + 4 <= block.count; i += 4) {
-        if (!both_inside(load(block.x + i) * per_dx, low, high) ||
-            !both_inside(load(block.x + i + 2) * per_dx, low, high)) {
-            break;
-        }
-        const Pair first = trapezoids(block.x + i - 1, block.val + i - 1);
-        const Pair second = trapezoids(block.x + i + 1, block.val + i + 1);
-        sum += first[0];
-        sum += first[1];
-        sum += second[0];
-        sum += second[1];
-    }
-    for (; i < block.count; ++i) {
-        const double place = grid.place(block.x[i]);
-        if (!(place >= low[0] && place < high[0])) {
-            break;
-        }
-        add(sum, trapezoid(point_of(block, i - 1), point_of(block, i)));
-    }
-    area = sum;
-    return i;
 }
 
 // The curve as it is followed from point to point.
@@ -154,6 +103,141 @@ struct Curve {
     int left;    // its interval
     double area; // of that interval; written back when it is left
 };
+
+// Segments that are looked at together: as many as a walk through a file hands out points.
+constexpr std::size_t kSegments = 512;
+
+using Four = double __attribute__((vector_size(32))); // two registers, or a wide one
+using FourInts = std::int32_t __attribute__((vector_size(16)));
+using FourFloats = float __attribute__((vector_size(16)));
+constexpr std::size_t kFour = 4;
+constexpr std::size_t kWordBits = 64;
+constexpr std::size_t kManySegments = 8; // at least, or it does not pay
+
+struct Segments {
+    double area[kSegments + kFour];
+    int interval[1 + kSegments + kFour]; // that the first one begins in, then those that they end in
+    std::uint64_t
+        crossing[kSegments / kWordBits]; // a bit each: whether it ends in another one than it begins in
+};
+
+template <typename Vector, typename Value> void load(Vector &vector, const Value *values)
+{
+    std::memcpy(&vector, values, sizeof vector);
+}
+
+// A bit for each that is not 0.
+std::uint64_t bits_of(const FourInts &values)
+{
+    const FourInts found = values != 0;
+#ifdef __SSE__
+    return static_cast<unsigned>(__builtin_ia32_movmskps(reinterpret_cast<FourFloats>(found)));
+#else
+    const FourInts bits = found & FourInts{1, 2, 4, 8};
+    return static_cast<unsigned>(bits[0] | bits[1] | bits[2] | bits[3]);
+#endif
+}
+
+// Areas of the count segments that end at the points from i > 0 on, and the intervals that they end in: -1
+// for what lies below -1 and what is no number, ndiv + 1 for all that lies behind the grid.
+void cut_segments(const Grid &grid, const PointBlock &block, std::size_t i, std::size_t count,
+                  Segments &segments)
+{
+    const double *x = block.x + i;
+    const double *val = block.val + i;
+    int *interval = segments.interval + 1;
+    const double last = grid.ndiv + 1;
+    const Four before = Four{} - 1.0;
+    const Four behind = Four{} + last;
+    std::size_t k = 0;
+    for (; k + kFour <= count; k += kFour) {
+        Four from_x;
+        Four from_val;
+        Four to_x;
+        Four to_val;
+        load(from_x, x + k - 1);
+        load(from_val, val + k - 1);
+        load(to_x, x + k);
+        load(to_val, val + k);
+        const Four areas = ((to_val - from_val) * 0.5 + from_val) * (to_x - from_x);
+        const Four places = to_x * grid.per_dx;
+        const Four low = places > before ? places : before;
+        const Four bounded = low < behind ? low : behind;
+        const auto intervals = __builtin_convertvector(bounded, FourInts);
+        std::memcpy(segments.area + k, &areas, sizeof areas);
+        std::memcpy(interval + k, &intervals, sizeof intervals);
+    }
+    for (; k < count; ++k) {
+        const double place = grid.place(x[k]);
+        const double low = place > -1.0 ? place : -1.0;
+        interval[k] = static_cast<int>(low < last ? low : last);
+        segments.area[k] = trapezoid(point_of(block, i + k - 1), point_of(block, i + k));
+    }
+    std::fill_n(segments.area + count, kFour, 0.0);
+    std::fill_n(interval + count, kFour, interval[count - 1]);
+}
+
+// Finds the segments that cross a boundary. False if one goes back or lies before all of them.
+bool find_crossings(Segments &segments, std::size_t count)
+{
+    FourInts signs{};
+    for (std::size_t first = 0; first < count; first += kWordBits) {
+        const std::size_t end = std::min(count, first + kWordBits);
+        std::uint64_t crossing = 0;
+        for (std::size_t k = first; k < end; k += kFour) {
+            FourInts left;
+            FourInts right;
+            load(left, segments.interval + k);
+            load(right, segments.interval + k + 1);
+            const FourInts steps = right - left;
+            signs |= steps;
+            crossing |= bits_of(steps) << k % kWordBits;
+        }
+        segments.crossing[first / kWordBits] = crossing;
+    }
+    return (signs[0] | signs[1] | signs[2] | signs[3]) >= 0;
+}
+
+// Adds count areas to a sum in their order; four can be read from each on.
+double sum_up(double sum, const double *area, std::size_t count)
+{
+    for (; count >= kFour; count -= kFour, area += kFour) {
+        sum += area[0];
+        sum += area[1];
+        sum += area[2];
+        sum += area[3];
+    }
+    // Without a branch on how many are left: -0 changes no sum.
+    constexpr DoublePair kNothing = {-0.0, -0.0};
+    static constexpr std::int64_t kTaken[] = {-1, -1, -1, -1, 0, 0, 0, 0};
+    PairMask taken;
+    load(taken, kTaken + 4 - count);
+    const DoublePair first = choose(taken, load_pair(area), kNothing);
+    load(taken, kTaken + 6 - count);
+    const DoublePair second = choose(taken, load_pair(area + 2), kNothing);
+    sum += first[0];
+    sum += first[1];
+    sum += second[0];
+    return sum;
+}
+
+// Adds a segment that crosses boundaries, to the point after a curve.
+void cross(const Grid &grid, Curve &curve, const PT &to, int right)
+{
+    if (right == curve.left + 1 && curve.left >= 0 &&
+        !debugging(DEBUG_INTEGRATION)) { // the most frequent case, with nothing to be looked up
+        const PT boundary = point_at(right, grid.dx, curve.from, slope_between(curve.from, to));
+        add(curve.area, trapezoid(curve.from, boundary));
+        grid.at(right) = curve.area;
+        curve.area = grid.at(right + 1);
+        add(curve.area, trapezoid(boundary, to));
+    } else {
+        grid.at(curve.left + 1) = curve.area;
+        add_crossing(grid, curve.from, to, curve.left, right);
+        curve.area = grid.at(right + 1);
+    }
+    curve.left = right;
+}
 
 // Adds the segment to a point. False if time went backwards, and the point was left out.
 bool add_segment(const Grid &grid, Curve &curve, const PT &to)
@@ -169,12 +253,38 @@ bool add_segment(const Grid &grid, Curve &curve, const PT &to)
             trace_same(piece, curve.from, to, curve.left + 1);
         }
     } else {
-        grid.at(curve.left + 1) = curve.area;
-        add_crossing(grid, curve.from, to, curve.left, right);
-        curve.area = grid.at(right + 1);
+        cross(grid, curve, to, right);
     }
     curve.from = to;
     curve.left = right;
+    return true;
+}
+
+// Adds the count segments to the points from i > 0 on, which are looked at together. False, and nothing is
+// added, if one of them goes back or lies before the grid.
+bool add_segments(const Grid &grid, const PointBlock &block, std::size_t i, std::size_t count, Curve &result)
+{
+    static Segments segments;
+    segments.interval[0] = result.left;
+    cut_segments(grid, block, i, count, segments);
+    if (!find_crossings(segments, count)) {
+        return false;
+    }
+    Curve curve = result;
+    std::size_t begin = 0;
+    for (std::size_t first = 0; first < count; first += kWordBits) {
+        for (std::uint64_t crossing = segments.crossing[first / kWordBits]; crossing != 0;
+             crossing &= crossing - 1) {
+            const std::size_t end = first + static_cast<std::size_t>(__builtin_ctzll(crossing));
+            curve.area = sum_up(curve.area, segments.area + begin, end - begin);
+            curve.from = point_of(block, i + end - 1);
+            cross(grid, curve, point_of(block, i + end), segments.interval[1 + end]);
+            begin = end + 1;
+        }
+    }
+    curve.area = sum_up(curve.area, segments.area + begin, count - begin);
+    curve.from = point_of(block, i + count - 1);
+    result = curve;
     return true;
 }
 
@@ -185,20 +295,22 @@ void integrate(const Wform &wform, const Grid &grid)
     if (block.count == 0) {
         return; // a file that cannot be read any more
     }
+    const bool one_by_one = !kRealIsPlain || debugging(DEBUG_INTEGRATION);
     Curve curve{point_of(block, 0), grid.interval(grid.place(block.x[0])), 0.0};
     curve.area = grid.at(curve.left + 1);
     for (std::size_t i = 1; block.count != 0; block = walk.next(), i = 0) {
         bool from_before = i > 0; // the last segment ends at the point before i
         while (i < block.count) {
-            if (from_before && curve.left >= 0 && !debugging(DEBUG_INTEGRATION)) {
-                i = add_inside(grid, block, i, curve.left, curve.area);
-                curve.from = point_of(block, i - 1);
-                if (i == block.count) {
-                    break;
-                }
+            const std::size_t count = from_before ? std::min(block.count - i, kSegments) : 1;
+            bool added = false;
+            if (count >= kManySegments && curve.left >= 0 && !one_by_one) {
+                do_fast(count, [&] { added = add_segments(grid, block, i, count, curve); });
             }
-            from_before = add_segment(grid, curve, point_of(block, i));
-            ++i;
+            const std::size_t end = i + count;
+            for (; i < end && !added; ++i) {
+                from_before = add_segment(grid, curve, point_of(block, i));
+            }
+            i = end;
         }
     }
     grid.at(curve.left + 1) = curve.area;

@@ -9,19 +9,21 @@
 
 #include <functional>
 
+// Judges two values by a rule, which has error(reference, comparison), the absolute error of two values, and
+// level(reference, comparison), by which default checking chooses its mode.
+template <typename Rule> Judged judge_values(const Rule &rule, double ref, double cmp)
+{
+    return judge_pair(rule.level(ref, cmp), rule.error(ref, cmp), ref);
+}
+
 // Judges the pairs of points up to the end of the shorter signal and calls visit(reference point,
-// comparison point, Judged) for each. A rule has error(reference, comparison), the absolute error of
-// two values, and level(reference, comparison), by which default checking chooses its mode.
+// comparison point, Judged) for each.
 template <typename Rule, typename Visit>
 void walk_points(const Wform &ref, const Wform &cmp, const Rule &rule, Visit visit)
 {
     walk_blocks(ref, cmp, [&](const PointBlock &r, const PointBlock &c, std::size_t count) {
         for (std::size_t i = 0; i < count; ++i) {
-            const PT ref_point{r.x[i], r.val[i]};
-            const PT cmp_point{c.x[i], c.val[i]};
-            visit(ref_point, cmp_point,
-                  judge_pair(rule.level(ref_point.val, cmp_point.val),
-                             rule.error(ref_point.val, cmp_point.val), ref_point.val));
+            visit(PT{r.x[i], r.val[i]}, PT{c.x[i], c.val[i]}, judge_values(rule, r.val[i], c.val[i]));
         }
     });
 }

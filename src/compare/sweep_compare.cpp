@@ -5,11 +5,13 @@
 #include "compare/missing_lines.h"
 #include "compare/phase.h"
 #include "compare/result_lines.h"
+#include "compare/sure_passes.h"
 #include "compare/waveform_section.h"
 #include "support/settings.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <strings.h>
 
 namespace
@@ -24,6 +26,10 @@ struct PlainRule {
     {
         return std::fabs(ref - cmp);
     }
+    static DoublePair sure_errors(const DoublePair &ref, const DoublePair &cmp, PairMask &)
+    {
+        return magnitude(ref - cmp);
+    }
 };
 
 struct PhaseRule {
@@ -36,6 +42,14 @@ struct PhaseRule {
         const double distance = wrapped_distance(ref, cmp);
         return std::min(distance, std::fabs(360.0 - distance));
     }
+    // Of phases that need no wrapping.
+    static DoublePair sure_errors(const DoublePair &ref, const DoublePair &cmp, PairMask &sure)
+    {
+        sure &= (magnitude(ref) <= both(180.0)) & (magnitude(cmp) <= both(180.0));
+        const DoublePair distance = magnitude(ref - cmp);
+        const DoublePair rest = magnitude(both(360.0) - distance);
+        return rest < distance ? rest : distance;
+    }
 };
 
 bool is_phase(const Wform &wform)
@@ -43,17 +57,25 @@ bool is_phase(const Wform &wform)
     return wform.yunits != nullptr && strcasecmp(wform.yunits, "DEGREES") == 0;
 }
 
-// Judges all pairs of points.
+// Judges all pairs of points. The last one of a block is always judged by itself: it leaves its mode behind.
 template <typename Rule> SweepResult sweep_points(const Wform &ref, const Wform &cmp, const Rule &rule)
 {
     SweepResult found;
-    walk_points(ref, cmp, rule, [&found](const PT &, const PT &, const Judged &judged) {
-        if (judged.verdict != PASSES) {
-            ++found.fails;
-            found.max_abs = std::max(found.max_abs, judged.abserr);
-            found.max_rel = std::max(found.max_rel, judged.relerr);
+    const bool may_skip = can_be_sure();
+    walk_blocks(ref, cmp, [&](const PointBlock &r, const PointBlock &c, std::size_t count) {
+        std::size_t i = 0;
+        while (i < count) {
+            i += may_skip ? count_sure_passes(r.val + i, c.val + i, count - i - 1, rule) : 0;
+            for (const std::size_t end = std::min(count, i + kSureStep); i < end; ++i) {
+                const Judged judged = judge_values(rule, r.val[i], c.val[i]);
+                if (judged.verdict != PASSES) {
+                    ++found.fails;
+                    found.max_abs = std::max(found.max_abs, judged.abserr);
+                    found.max_rel = std::max(found.max_rel, judged.relerr);
+                }
+            }
         }
-        ++found.compared;
+        found.compared += static_cast<std::int64_t>(count);
     });
     return found;
 }

@@ -36,6 +36,9 @@ const std::string &checked_input(const Options &options)
     if (is_same_file(options.input, options.output)) {
         throw Fault("input and output are the same file");
     }
+    if (options.log && is_same_file(*options.log, options.output)) {
+        throw Fault("log and output are the same file");
+    }
     return options.input;
 }
 
@@ -179,6 +182,7 @@ class Converter
         }
         if (run == 0) {
             write_values(plot, run);
+            write_spectra(read_fourier_tables(file_, plot.raw, plot.place));
         }
     }
 
@@ -258,7 +262,7 @@ class Converter
         writer_.write(pole_zero_block(plot.raw, block, report_));
     }
 
-    // What the log tells of this simulation. A measurement that the rawfile holds, too, is there with all its
+    // What the log holds of this simulation. A measurement that the rawfile holds, too, is there with all its
     // digits.
     void write_log_results()
     {
@@ -277,21 +281,26 @@ class Converter
                 write_measure(name, measure.value);
             }
         }
-        if (!run.spectra.empty()) {
+        write_spectra(run.spectra);
+    }
+
+    void write_spectra(const std::vector<Spectrum> &spectra)
+    {
+        if (!spectra.empty()) {
             write_header(Analysis::FOUR);
             writer_.write_sweep("HERTZ", false);
         }
-        for (const LogSpectrum &spectrum : run.spectra) {
+        for (const Spectrum &spectrum : spectra) {
             write_spectrum(spectrum);
         }
     }
 
-    void write_spectrum(const LogSpectrum &spectrum)
+    void write_spectrum(const Spectrum &spectrum)
     {
         const std::string name = waveform_name(spectrum.name);
         std::string magnitudes = waveform_line(name + ".MAG.FOURIER", "", PunchFormat::TEXT);
         std::string phases = waveform_line(name + ".PHASE.FOURIER", "DEGREES", PunchFormat::TEXT);
-        for (const LogHarmonic &harmonic : spectrum.harmonics) {
+        for (const Harmonic &harmonic : spectrum.harmonics) {
             const std::string start = "+ " + number_text(harmonic.frequency) + " ";
             magnitudes += start + number_text(harmonic.magnitude) + "\n";
             phases += start + number_text(harmonic.degrees) + "\n";

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-// Tells what plots of a name become.
+// What plots of a name become.
 struct PlotRule {
     std::string name; // in lower case, what the name of the plot holds
     Analysis analysis = Analysis::SKIPPED;

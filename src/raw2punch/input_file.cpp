@@ -33,7 +33,9 @@ void refuse_compressed(const InputFile &file)
 
 } // namespace
 
-InputFile::InputFile(const std::string &path) : path_(path), fd_(open(path.c_str(), O_RDONLY | O_CLOEXEC))
+// Without O_NONBLOCK it would wait for a writer of a pipe.
+InputFile::InputFile(const std::string &path)
+    : path_(path), fd_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
 {
     struct stat status {
     };

@@ -92,7 +92,7 @@ class LogReader
     bool take_harmonic(const Words &words)
     {
         std::int64_t number = 0;
-        LogHarmonic row;
+        Harmonic row;
         if (spectrum_.name.empty()) {
             return false;
         }
@@ -128,7 +128,7 @@ class LogReader
             if (to_number(words[1], value)) {
                 run_of(number).measures.push_back({stepped_measure_, value});
             } else {
-                report_failure(stepped_measure_, number);
+                report_failure(stepped_measure_, number, words[1]);
             }
             return true;
         }
@@ -168,14 +168,17 @@ class LogReader
         return true;
     }
 
-    void fail(const std::string &name)
+    void fail(const std::string &name, std::string_view value = "")
     {
-        report_failure(name, values_of_[name]++);
+        report_failure(name, values_of_[name]++, value);
     }
 
-    void report_failure(const std::string &name, std::size_t run)
+    // value is what stands in the place of a number.
+    void report_failure(const std::string &name, std::size_t run, std::string_view value)
     {
-        report_.left_out("measurement " + name + " has no value in run " + std::to_string(run + 1));
+        const bool is_failure = value.empty() || starts_with(lower_case(value), "fail");
+        report_.left_out("measurement " + name + " has no " + (is_failure ? "value" : "number") + " in run " +
+                         std::to_string(run + 1) + (is_failure ? "" : ": " + std::string(value)));
     }
 
     // "name = value ..." or "name: expression=value ..."
@@ -199,7 +202,7 @@ class LogReader
             const std::string key(name);
             run_of(values_of_[key]++).measures.push_back({key, value});
         } else if (has_expression || lower_case(words[0]) == "failed") {
-            fail(std::string(name));
+            fail(std::string(name), words[0]);
         }
     }
 
@@ -207,7 +210,7 @@ class LogReader
     LogResults results_;
     std::unordered_map<std::string, std::size_t> values_of_; // how many a measurement has had, failures too
     std::unordered_map<std::string, std::size_t> spectra_of_;
-    LogSpectrum spectrum_;        // the one whose table is being read, without a name outside tables
+    Spectrum spectrum_;           // the one whose table is being read, without a name outside tables
     std::string stepped_measure_; // the one whose table is being read
 };
 

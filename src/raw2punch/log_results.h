@@ -3,6 +3,7 @@
 #ifndef RAW2PUNCH_LOG_RESULTS_H
 #define RAW2PUNCH_LOG_RESULTS_H
 
+#include "raw2punch/fourier_table.h"
 #include "raw2punch/report.h"
 
 #include <string>
@@ -13,21 +14,10 @@ struct LogMeasure {
     double value = 0.0;
 };
 
-struct LogHarmonic {
-    double frequency = 0.0;
-    double magnitude = 0.0;
-    double degrees = 0.0;
-};
-
-struct LogSpectrum {
-    std::string name; // of the signal
-    std::vector<LogHarmonic> harmonics;
-};
-
 // The results of one run.
 struct LogRun {
     std::vector<LogMeasure> measures;
-    std::vector<LogSpectrum> spectra;
+    std::vector<Spectrum> spectra;
 };
 
 struct LogResults {

@@ -3,6 +3,7 @@
 #include "raw2punch/exit_codes.h"
 #include "raw2punch/options.h"
 #include "raw2punch/output_file.h"
+#include "raw2punch/punch_names.h"
 
 #include <cstdio>
 #include <exception>
@@ -23,7 +24,7 @@ int main(int argc, char **argv)
     } catch (const std::bad_alloc &) {
         std::fputs("raw2punch: error: out of memory\n", stderr);
     } catch (const std::exception &fault) {
-        std::fprintf(stderr, "raw2punch: error: %s\n", fault.what());
+        std::fprintf(stderr, "raw2punch: error: %s\n", title_text(fault.what()).c_str());
     }
     return EXIT_FAILED;
 }

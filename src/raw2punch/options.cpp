@@ -128,6 +128,9 @@ CommandLine read_command_line(int argc, char **argv)
     CommandLine line;
     Texts texts;
     CLI::App app("Makes a punch file from a SPICE rawfile.", "raw2punch");
+    app.failure_message([](const CLI::App *, const CLI::Error &error) {
+        return "raw2punch: error: " + std::string(error.what()) + "\nRun with --help for more information.\n";
+    });
     app.set_version_flag("--version", std::string("raw2punch ") + kVersion);
     add_options(app, line, texts);
     try {

@@ -178,7 +178,8 @@ void OutputFile::commit(std::int64_t size)
 void remove_output_on_signals()
 {
     std::signal(SIGXFSZ, SIG_IGN); // then a limit is an error like a full disk
-    for (const int number : {SIGHUP, SIGINT, SIGTERM, SIGXCPU}) {
+    std::signal(SIGPIPE, SIG_IGN); // messages that nobody reads are no reason to end
+    for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGXCPU}) {
         struct sigaction action {
         };
         if (sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_DFL) {

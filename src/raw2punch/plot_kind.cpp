@@ -35,6 +35,7 @@ constexpr NamedKind kNamedKinds[] = {
     {"transient", Analysis::TR},
     {"spectrum", Analysis::FOUR},
     {"spectral density", Analysis::FOUR},
+    {"psd", Analysis::FOUR},
     {"fourier", Analysis::FOUR},
     {"fft", Analysis::FOUR},
 };

@@ -2,6 +2,7 @@
 #include "raw2punch/pole_zero.h"
 
 #include "raw2punch/point_format.h"
+#include "raw2punch/signals.h"
 #include "raw2punch/text_tools.h"
 
 #include <cmath>
@@ -29,6 +30,9 @@ std::string pole_zero_block(const RawPlot &plot, const Block &block, Report &rep
     std::string poles;
     std::string zeros;
     for (const ColumnView &column : block.columns) {
+        if (repeats_first(plot, column.variable)) {
+            continue;
+        }
         const std::string &name = plot.variables[column.variable].name;
         const std::string lower = lower_case(name);
         const bool is_pole = lower.find("pole(") != std::string_view::npos;

@@ -18,7 +18,7 @@ std::string solution_name(std::string_view name);
 // "VDB(OUT)" from "V(OUT)" and "DB", "vdb(out)" from "v(out)"; "DB(gain)" where nothing stands in brackets.
 std::string derived_name(std::string_view name, std::string_view function);
 
-// Y or x unit of values of that type ("VOLTS" for "voltage"); empty where the type tells none.
+// Y or x unit of values of that type ("VOLTS" for "voltage"); empty where the type has none.
 std::string unit_of_type(std::string_view type);
 
 // The same in a noise spectrum, where old simulators call densities just voltages.

@@ -54,9 +54,13 @@ DataPlace place_binary(const InputFile &file, const RawPlot &plot, const DataHin
             return {bits, hints.big_endian, plot.data_offset + *size};
         }
     }
+    const std::optional<std::int64_t> size_of_floats = size_of_data(plot, ValueBits::FLOATS, held);
+    const bool may_be_floats =
+        !hints.bits && size_of_floats && ends_well(file, plot, plot.data_offset + *size_of_floats);
     throw Fault("plot '" + plot.name + "' does not have the values of " + std::to_string(plot.points) +
                 " points and " + std::to_string(plot.variables.size()) +
-                " variables that it promises: cut off, or damaged");
+                " variables that it promises: cut off, or damaged" +
+                (may_be_floats ? ", or of 32 bits, as --bits 32 has it" : ""));
 }
 
 // A value takes at least two characters.

@@ -17,9 +17,9 @@ enum class ValueBits {
     FLOATS   // 32
 };
 
-// What the header does not tell.
+// What the header does not hold.
 struct DataHints {
-    std::optional<ValueBits> bits; // found out from the length of the data where it is not told
+    std::optional<ValueBits> bits; // found out from the length of the data where it is not given
     bool big_endian = false;       // binary values have their most significant byte first
 };
 

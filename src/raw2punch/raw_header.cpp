@@ -22,18 +22,22 @@ std::int64_t required_count(std::string_view value, const char *key)
     return count;
 }
 
-// The points of a variable with dimensions of its own, as in "dims=3,5".
-std::int64_t points_of_dimensions(std::string_view dimensions, std::int64_t points, const std::string &name)
+// Takes the dimensions of its own that a variable has, as in "dims=3,5".
+void take_dimensions(std::string_view dimensions, RawVariable &variable)
 {
-    std::int64_t product = 1;
-    for (const std::string_view word : words_of(dimensions, ',')) {
+    const std::int64_t most = variable.points;
+    const std::vector<std::string_view> words = words_of(dimensions, ',');
+    variable.points = 1;
+    for (const std::string_view word : words) {
         std::int64_t size = 0;
-        if (!to_count(word, size) || (size > 0 && product > points / size)) {
-            throw Fault("variable " + name + " has more points than its plot");
+        if (!to_count(word, size) || (size > 0 && variable.points > most / size)) {
+            throw Fault("variable " + variable.name + " has more points than its plot");
         }
-        product *= size;
+        variable.points *= size;
+        if (words.size() > 1 && variable.rows == 0) {
+            variable.rows = size;
+        }
     }
-    return product;
 }
 
 // The words behind the index of a variable: name, type, attributes. Where tabs separate them, the name may
@@ -176,7 +180,7 @@ class HeaderReader
             const std::string_view value =
                 attribute.substr(std::min(attribute.find('=') + 1, attribute.size()));
             if (starts_with(attribute, "dims=")) {
-                variable.points = points_of_dimensions(value, plot_.points, variable.name);
+                take_dimensions(value, variable);
             } else if (attribute == "grid=2" || attribute == "grid=3") {
                 plot_.log_sweep = true; // both axes logarithmic, or this one
             }

@@ -12,7 +12,8 @@
 
 struct RawVariable {
     std::string name;
-    std::string type;        // in lower case: "voltage"; "notype" where none is told
+    std::string type;        // in lower case: "voltage"; "notype" where there is none
+    std::int64_t rows = 0;   // of a table with several dimensions, 0 of what is none
     std::int64_t points = 0; // fewer than the plot has for one with dimensions of its own
 };
 

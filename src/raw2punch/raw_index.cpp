@@ -9,6 +9,19 @@
 namespace
 {
 
+// What the sweep variable makes of a plot whose name does not decide it: a sensitivity over the frequency,
+// and one run of several, whose name may be that of the step alone.
+PlotKind kind_by_sweep(const RawPlot &plot, const PlotKind &kind)
+{
+    const std::string &type = plot.variables[0].type;
+    const bool is_step =
+        kind.analysis == Analysis::NONE && starts_with(lower_case(plot.name), "step analysis");
+    if (plot.complex && type == "frequency" && (is_step || kind.analysis == Analysis::MR)) {
+        return {Analysis::AC, kind.sort};
+    }
+    return is_step && type == "time" ? PlotKind{Analysis::TR, ""} : kind;
+}
+
 PlotKind kind_by_rules(const RawPlot &plot, const Options &options)
 {
     const std::string name = lower_case(plot.name);
@@ -17,7 +30,7 @@ PlotKind kind_by_rules(const RawPlot &plot, const Options &options)
             return {rule.analysis, rule.name};
         }
     }
-    return kind_of_plot(plot.name);
+    return kind_by_sweep(plot, kind_of_plot(plot.name));
 }
 
 // Whether the plot has a place; if not, and that is not by intent, it is reported.
@@ -38,7 +51,7 @@ bool has_place(const RawPlot &plot, const PlotKind &kind, Report &report)
     return false;
 }
 
-// A simulator tells the temperature for each analysis, or once for all of them.
+// A simulator prints the temperature for each analysis, or once for all of them.
 void take_log_temperatures(std::vector<IndexedPlot> &plots, const std::vector<std::size_t> &numbers,
                            std::size_t plot_count, const std::vector<double> &temperatures, Report &report)
 {

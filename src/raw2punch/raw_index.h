@@ -10,7 +10,7 @@ struct IndexedPlot {
     std::int64_t header_offset = 0; // in the file
     DataPlace place;
     PlotKind kind;
-    std::optional<double> temperature; // told by the header or the log, in degrees Celsius
+    std::optional<double> temperature; // from the header or the log, in degrees Celsius
     bool opens_rerun = false;          // has another title than the one before
     bool opens_modify = false; // its kind has been there in the modify, or its temperature is another one
 };

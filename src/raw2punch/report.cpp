@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "raw2punch/report.h"
 
+#include "raw2punch/punch_names.h"
+
 #include <cstdio>
 
 namespace
@@ -11,7 +13,7 @@ constexpr std::size_t kMostLines = 20;
 void print(std::size_t number, const char *kind, const std::string &what)
 {
     if (number <= kMostLines) {
-        std::fprintf(stderr, "raw2punch: %s%s\n", kind, what.c_str());
+        std::fprintf(stderr, "raw2punch: %s%s\n", kind, title_text(what).c_str()); // names may hold anything
     }
 }
 

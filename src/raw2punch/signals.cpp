@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "raw2punch/signals.h"
 
+#include "raw2punch/fourier_table.h"
 #include "raw2punch/punch_names.h"
 
 #include <algorithm>
@@ -47,12 +48,15 @@ class SignalMaker
     void add_variable(std::size_t index, const std::vector<Function> &functions)
     {
         const RawVariable &variable = plot_.variables[index];
-        // A simulator that is asked for some values puts one in front as if it were a sweep, once more.
-        if (!is_swept(kind_.analysis) && index > 0 && variable.name == plot_.variables[0].name) {
+        if (!is_swept(kind_.analysis) && repeats_first(plot_, index)) {
             return;
         }
         if (variable.points == 0) {
             report_.left_out("plot '" + plot_.name + "': " + variable.name + " has no values");
+        } else if (is_table(plot_, index)) {
+            if (!is_fourier_table(plot_, index)) {
+                report_.left_out("plot '" + plot_.name + "': " + variable.name + " is a table");
+            }
         } else if (is_swept(kind_.analysis) && variable.points == 1 && plot_.points > 1) {
             add(index, variable.name, "", Function::REAL);
             signals_.back().single = true;
@@ -126,6 +130,13 @@ class SignalMaker
 };
 
 } // namespace
+
+bool repeats_first(const RawPlot &plot, std::size_t variable)
+{
+    const std::string &name = plot.variables[variable].name;
+    const bool is_all = plot.variables.size() == 2 && (name == "v(all)" || name == "all");
+    return variable > 0 && (is_all || name == plot.variables[0].name);
+}
 
 std::vector<Signal> make_signals(const RawPlot &plot, const PlotKind &kind,
                                  const std::vector<Function> &functions, Report &report)

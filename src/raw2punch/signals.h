@@ -31,6 +31,10 @@ struct Signal {
     bool single = false; // a result for the whole plot, as those of measurements
 };
 
+// Whether the variable of a plot without a sweep is its first one once more. A simulator that is asked for
+// some values puts one in front as if it were a sweep; and where there is but one, it adds that as "all".
+bool repeats_first(const RawPlot &plot, std::size_t variable);
+
 // The signals of a plot by rising variable. The sweep variable is none. Complex values of AC-like analyses
 // become a signal for each of functions.
 std::vector<Signal> make_signals(const RawPlot &plot, const PlotKind &kind,

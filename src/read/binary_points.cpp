@@ -8,12 +8,15 @@
 #include "read/value_range.h"
 #include "support/settings.h"
 #include "support/slab.h"
+#include "support/wide_vectors.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace
 {
 
+constexpr std::size_t kUnknownCount = SIZE_MAX; // of points: as many as there are
 constexpr std::size_t kStoredPoints =
     250; // at most, of a waveform that is decoded at once: saves a read each
 
@@ -83,7 +86,7 @@ template <> struct Oddities<FloatVector> {
 
 // Looks over whole groups, up to one that needs the exact rules: with a NaN in it, or a zero whose sign
 // might be lost. Returns the number of groups before it.
-template <typename Value, bool kSwap>
+template <typename Value, typename Order>
 std::size_t survey_groups(const char *bytes, std::size_t groups, Survey &survey)
 {
     constexpr std::size_t kVectors = kGroupPoints * kPointBytes<Value> / kVectorBytes;
@@ -91,12 +94,12 @@ std::size_t survey_groups(const char *bytes, std::size_t groups, Survey &survey)
     PointVector<Value> highest{};
     std::size_t done = 0;
     for (; done < groups; ++done, bytes += kGroupBytes<Value>) {
-        PointVector<Value> low = load_points<Value, kSwap>(bytes);
+        PointVector<Value> low = load_points<Value, Order>(bytes);
         PointVector<Value> high = low;
         Oddities<PointVector<Value>> oddities;
         oddities.note(low);
         for (std::size_t i = 1; i < kVectors; ++i) {
-            const PointVector<Value> points = load_points<Value, kSwap>(bytes + i * kVectorBytes);
+            const PointVector<Value> points = load_points<Value, Order>(bytes + i * kVectorBytes);
             oddities.note(points);
             low = lesser(low, points);
             high = greater(high, points);
@@ -141,12 +144,14 @@ template <typename Value, bool kSwap> bool survey_group(const char *bytes, Surve
 }
 
 // Looks over all points up to the end mark. Returns whether the end of the file cut them off.
-template <typename Value, bool kSwap> bool survey_points(PunchStream &stream, Survey &survey)
+template <typename Value, typename Order> bool survey_points(PunchStream &stream, Survey &survey)
 {
     for (;;) {
         const std::size_t held = stream_require(stream, kGroupBytes<Value>);
         const char *bytes = stream.window + stream.position;
-        const std::size_t groups = survey_groups<Value, kSwap>(bytes, held / kGroupBytes<Value>, survey);
+        std::size_t groups = 0;
+        do_fast(kUnknownCount,
+                [&] { groups = survey_groups<Value, Order>(bytes, held / kGroupBytes<Value>, survey); });
         if (groups != 0) {
             stream.position += groups * kGroupBytes<Value>;
             continue;
@@ -158,7 +163,7 @@ template <typename Value, bool kSwap> bool survey_points(PunchStream &stream, Su
             bytes = padded;
         }
         std::size_t used = 0;
-        const bool ended = survey_group<Value, kSwap>(bytes, survey, used);
+        const bool ended = survey_group<Value, Order::kSwaps>(bytes, survey, used);
         stream.position += std::min(used, held);
         if (ended) {
             return used > held;
@@ -166,32 +171,44 @@ template <typename Value, bool kSwap> bool survey_points(PunchStream &stream, Su
     }
 }
 
-template <typename Value, bool kSwap>
+template <typename Value, typename Order>
 void decode_columns(const char *bytes, double *x, double *val, std::size_t count)
 {
     std::size_t i = 0;
     for (; i + kGroupPoints <= count; i += kGroupPoints) {
-        for (std::size_t k = 0; k < kGroupPoints; k += 2) {
-            decode_two<kSwap>(bytes + k * kPointBytes<Value>, x + i + k, val + i + k, Value{});
-        }
+        decode_four<Order>(bytes, x + i, val + i, Value{});
+        decode_four<Order>(bytes + 4 * kPointBytes<Value>, x + i + 4, val + i + 4, Value{});
+        decode_two<Order>(bytes + 8 * kPointBytes<Value>, x + i + 8, val + i + 8, Value{});
+        static_assert(kGroupPoints == 4 + 4 + 2);
         bytes += kGroupBytes<Value>;
     }
     for (; i < count; ++i) {
-        decode_binary<Value, kSwap>(bytes, x[i]);
-        decode_binary<Value, kSwap>(bytes + sizeof(Value), val[i]);
+        decode_binary<Value, Order::kSwaps>(bytes, x[i]);
+        decode_binary<Value, Order::kSwaps>(bytes + sizeof(Value), val[i]);
         bytes += kPointBytes<Value>;
     }
 }
 
-// Calls use.operator()<Value, kSwap>(...) for a DataFormat and the byte order of the run.
-template <typename Use> void with_format(int format, Use use)
+template <typename Use> void with_order(std::size_t count, Use use)
 {
-    const bool swap = binary_needs_swap();
-    if (format == BINARY_DBL) {
-        swap ? use(double{}, std::true_type{}) : use(double{}, std::false_type{});
-    } else {
-        swap ? use(float{}, std::true_type{}) : use(float{}, std::false_type{});
+    if (!binary_needs_swap()) {
+        use(NativeOrder{});
+        return;
     }
+#ifdef __x86_64__
+    if (goes_wide(count)) {
+        use(WideSwappedOrder{});
+        return;
+    }
+#endif
+    use(SwappedOrder{});
+}
+
+// Calls use with a value of the type that a DataFormat stores, and with the byte order of the run for work on
+// count points.
+template <typename Use> void with_format(int format, std::size_t count, Use use)
+{
+    with_order(count, [&](auto order) { format == BINARY_DBL ? use(double{}, order) : use(float{}, order); });
 }
 
 // Decodes a short waveform whose bytes are still at hand.
@@ -216,8 +233,8 @@ std::size_t binary_length(int format, std::size_t count)
 
 void decode_points(int format, const char *bytes, double *x, double *val, std::size_t count)
 {
-    with_format(format, [=](auto value, auto swap) {
-        decode_columns<decltype(value), decltype(swap)::value>(bytes, x, val, count);
+    with_format(format, count, [=](auto value, auto order) {
+        do_fast(count, [=] { decode_columns<decltype(value), decltype(order)>(bytes, x, val, count); });
     });
 }
 
@@ -227,8 +244,8 @@ void read_binary_points(PunchStream &stream, Wform &wform)
     const std::int64_t begin = stream_tell(stream);
     Survey survey;
     bool cut_off = false;
-    with_format(wform.format, [&](auto value, auto swap) {
-        cut_off = survey_points<decltype(value), decltype(swap)::value>(stream, survey);
+    with_format(wform.format, kUnknownCount, [&](auto value, auto order) {
+        cut_off = survey_points<decltype(value), decltype(order)>(stream, survey);
     });
     set_count(wform, survey.points);
     if (pun_index || survey.points == 0) {

@@ -7,31 +7,69 @@
 
 #include <utility>
 
-// Fetched in large pieces, handed out in blocks whose columns stay in the nearest cache.
+// Bytes are fetched in pieces, which may hold the waveforms behind in the file, too: mostly they are compared
+// in the order in which they were written. They are handed out in blocks whose columns stay in the nearest
+// cache.
 struct BlockWalk::Room {
-    static constexpr std::size_t kBytes = std::size_t{1} << 20;
+    static constexpr std::size_t kBytes = std::size_t{1} << 18;
     static constexpr std::size_t kPoints = 50 * kGroupPoints;
 
     alignas(16) double x[kPoints];
     alignas(16) double val[kPoints];
     char bytes[kBytes];
+    FileBytes *file;     // that the bytes are from
     const char *next;    // first byte that was not decoded yet
     std::size_t held;    // bytes from there on
     std::int64_t offset; // in the file, of the byte behind them
+    bool reads_ahead;    // whether the waveform before this one was the one before it in the file
     Room *free;
+
+    // Offset of the next byte.
+    std::int64_t place() const
+    {
+        return offset - static_cast<std::int64_t>(held);
+    }
 };
 
 namespace
 {
 
-BlockWalk::Room *free_rooms = nullptr; // of walks that have ended
+using Room = BlockWalk::Room;
 
-BlockWalk::Room *take_room()
+Room *free_rooms = nullptr; // of walks that have ended
+
+// A room, one with bytes of the file if there is one.
+Room *take_room(const FileBytes *file)
 {
-    if (free_rooms == nullptr) {
-        return static_cast<BlockWalk::Room *>(f_realloc_large(nullptr, sizeof(BlockWalk::Room)));
+    Room **room = &free_rooms;
+    while (*room != nullptr && (*room)->file != file) {
+        room = &(*room)->free;
     }
-    return std::exchange(free_rooms, free_rooms->free);
+    if (*room == nullptr) {
+        room = &free_rooms;
+    }
+    if (*room != nullptr) {
+        return std::exchange(*room, (*room)->free);
+    }
+    auto *fresh = static_cast<Room *>(f_realloc_large(nullptr, sizeof(Room)));
+    fresh->file = nullptr;
+    return fresh;
+}
+
+// Goes to an offset of a file. Bytes that are there already are used.
+void move_to(Room &room, FileBytes *file, std::int64_t offset)
+{
+    constexpr std::int64_t kBetween = 4096; // bytes at most, of what stands between a waveform and the next
+    const std::int64_t skipped = offset - room.place();
+    room.reads_ahead = room.file == file && skipped >= 0 && skipped < kBetween;
+    if (room.reads_ahead && skipped <= static_cast<std::int64_t>(room.held)) {
+        room.next += skipped;
+        room.held -= static_cast<std::size_t>(skipped);
+    } else {
+        room.file = file;
+        room.held = 0;
+        room.offset = offset;
+    }
 }
 
 } // namespace
@@ -42,10 +80,8 @@ BlockWalk::BlockWalk(const Wform &wform) : wform_(wform), room_(nullptr), left_(
         left_ = wform.count;
     } else if (wform.in_file != nullptr) {
         left_ = wform.count;
-        room_ = take_room();
-        room_->held = 0;
-        room_->next = room_->bytes;
-        room_->offset = wform.in_file->offset;
+        room_ = take_room(wform.in_file->file);
+        move_to(*room_, wform.in_file->file, wform.in_file->offset);
     }
 }
 
@@ -58,27 +94,26 @@ BlockWalk::~BlockWalk()
 
 PointBlock BlockWalk::next_in_file()
 {
+    Room &room = *room_;
     const auto count = static_cast<std::size_t>(std::min<std::int64_t>(left_, Room::kPoints));
     const std::size_t needed = binary_length(wform_.format, count);
-    if (room_->held < needed) {
-        const std::size_t block = binary_length(wform_.format, Room::kPoints);
-        const std::size_t blocks = Room::kBytes / block;
-        const auto points = static_cast<std::size_t>(
-            std::min<std::int64_t>(left_, static_cast<std::int64_t>(blocks * Room::kPoints)));
-        room_->held = binary_length(wform_.format, points);
-        if (!read_again(*wform_.in_file->file, room_->offset, room_->bytes, room_->held)) {
+    if (room.held < needed) {
+        const std::int64_t place = room.place();
+        const std::size_t rest = binary_length(wform_.format, static_cast<std::size_t>(left_));
+        room.held = room.reads_ahead ? Room::kBytes : std::min(rest, Room::kBytes);
+        room.offset = place + static_cast<std::int64_t>(room.held);
+        room.next = room.bytes;
+        if (!read_again(*room.file, place, room.bytes, room.held)) {
+            room.file = nullptr;
             left_ = 0;
-            room_->held = 0;
             return {nullptr, nullptr, 0};
         }
-        room_->offset += static_cast<std::int64_t>(room_->held);
-        room_->next = room_->bytes;
     }
-    decode_points(wform_.format, room_->next, room_->x, room_->val, count);
-    room_->next += needed;
-    room_->held -= needed;
+    decode_points(wform_.format, room.next, room.x, room.val, count);
+    room.next += needed;
+    room.held -= needed;
     left_ -= static_cast<std::int64_t>(count);
-    return {room_->x, room_->val, count};
+    return {room.x, room.val, count};
 }
 
 bool points_are_lost(const Wform &wform)

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 namespace report
@@ -82,6 +83,13 @@ Figure bars_figure(const FigurePlan &plan)
     panel.errors.label = panel.unit.text == "°" ? "difference, the shorter way round" : "difference";
     panel.worst_x = std::numeric_limits<double>::quiet_NaN();
     panel.key = of.entry->key;
+    if (ref.count != of.signals.cmp->count && !figure.bars.empty()) {
+        const double end = figure.bars.back().x;
+        const bool in_golden = ref.count > of.signals.cmp->count;
+        panel.unjudged.push_back({end, end,
+                                  std::to_string(std::abs(ref.count - of.signals.cmp->count)) + " more in " +
+                                      (in_golden ? "golden" : "regression") + " alone"});
+    }
     figure.panels.push_back(std::move(panel));
     return figure;
 }

@@ -96,7 +96,7 @@ void fit(Curve &curve, const Detail &detail, std::int64_t view)
     const bool all_near = count_near(curve, detail) <= detail.most_points / 3;
     while (size_of(curve) > detail.most_points && view > kFewestColumns) {
         const std::int64_t fitting = view * detail.most_points / size_of(curve);
-        view = std::clamp(fitting, kFewestColumns, view * 9 / 10);
+        view = std::max(kFewestColumns, std::min(fitting, view * 9 / 10));
         curve =
             cut_by_x(curve, detail, {view, all_near ? ColumnFinder::kOneEach : view / kNearShare}, kMostRead);
     }

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace report
 {
@@ -61,11 +60,15 @@ void write_extents(std::ostream &out, const Figure &figure)
     end_table(out);
 }
 
-// Places of the worst errors, what is no number first.
+// Places of the worst errors above 0, what is no number first.
 std::vector<std::size_t> worst_errors(const std::vector<double> &errors)
 {
-    std::vector<std::size_t> order(errors.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::vector<std::size_t> order;
+    for (std::size_t i = 0; i < errors.size(); ++i) {
+        if (errors[i] != 0.0) {
+            order.push_back(i);
+        }
+    }
     const auto rank = [&errors](std::size_t i) {
         return std::isnan(errors[i]) ? HUGE_VAL : errors[i];
     };
@@ -81,11 +84,17 @@ void write_errors(std::ostream &out, const Figure &figure)
 {
     for (const Panel &panel : figure.panels) {
         const ErrorStrip &strip = panel.errors;
-        begin_table(out, "", "Largest errors of " + panel.name + ": " + strip.label,
-                    {{"from"}, {"to", true}, {"error", true}});
+        const bool are_points = strip.from == strip.to;
+        std::vector<Column> columns = {{"from"}, {"to", true}, {"error", true}};
+        if (are_points) {
+            columns = {{"at"}, {"error", true}};
+        }
+        begin_table(out, "", "Largest errors of " + panel.name + ": " + strip.label, columns);
         for (const std::size_t i : worst_errors(strip.error)) {
             begin_row(out, with_unit(strip.from[i], figure.x_unit, 6));
-            right_cell(out, with_unit(strip.to[i], figure.x_unit, 6));
+            if (!are_points) {
+                right_cell(out, with_unit(strip.to[i], figure.x_unit, 6));
+            }
             right_cell(out, with_unit(strip.error[i], strip.unit));
             end_row(out);
         }

@@ -19,7 +19,7 @@ namespace
 {
 
 // Bars on a logarithmic scale, from a tenth of the tolerance on, so that 1.1 times and 1e6 times show both.
-constexpr double kBarWidth = 130.0;
+constexpr double kBarWidth = 100.0;
 constexpr double kScaleFrom = 0.1;
 constexpr double kScaleMost = 1e12; // all that is beyond fills the bar
 
@@ -58,14 +58,14 @@ double bar_length(double ratio, double scale_to)
 void write_bars(std::ostream &out, const Ratios &ratios, double scale_to)
 {
     const std::string limit = coordinate(bar_length(1.0, scale_to));
-    out << "<td><svg class=\"over\" viewBox=\"0 0 130 16\" width=\"130\" height=\"16\" role=\"img\" "
+    out << "<td><svg class=\"over\" viewBox=\"0 0 100 16\" width=\"100\" height=\"16\" role=\"img\" "
            "aria-label=\""
         << "absolute error " << four_digits(ratios.abs) << " times its tolerance, relative error "
         << four_digits(ratios.rel) << R"( times"><rect class="over-abs" x="0" y="1" height="6" width=")"
         << coordinate(bar_length(ratios.abs, scale_to))
         << R"(" fill="#b3261e"/><rect class="over-rel" x="0" y="9" height="6" width=")"
         << coordinate(bar_length(ratios.rel, scale_to))
-        << R"(" fill="#7fb2e5"/><path class="over-limit" d="M)" << limit
+        << R"(" fill="#6aa9e4"/><path class="over-limit" d="M)" << limit
         << R"( 0V16" stroke="#222" stroke-dasharray="2 1"/></svg> <span class="hint">)"
         << with_unit(ratios.abs, {}, 2) << " / " << with_unit(ratios.rel, {}, 2) << "</span>";
 }

@@ -4,9 +4,9 @@
 #ifndef TRESK_REPORT_REDUCE_H
 #define TRESK_REPORT_REDUCE_H
 
+#include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstddef>
 #include <cstdint>
 
 namespace report
@@ -33,63 +33,51 @@ template <typename Emit> class ColumnReducer
         }
         const Point point{x, y, order_++};
         if (!std::isfinite(x) || !std::isfinite(y)) {
-            set_once(BREAK, point);
+            if (break_.order < 0) {
+                break_ = point;
+            }
             return;
         }
-        set_once(FIRST, point);
-        if (!is_set_[LOWEST] || y < points_[LOWEST].y) {
-            set(LOWEST, point);
+        if (last_.order < 0) {
+            first_ = lowest_ = highest_ = point;
+        } else if (y < lowest_.y) {
+            lowest_ = point;
+        } else if (y > highest_.y) {
+            highest_ = point;
         }
-        if (!is_set_[HIGHEST] || y > points_[HIGHEST].y) {
-            set(HIGHEST, point);
-        }
-        set(LAST, point);
+        last_ = point;
     }
 
     // Passes on what is left. Once, behind the last point.
     void flush()
     {
-        std::int64_t last = -1;
-        for (std::size_t i = 0; i < kRoles; ++i) {
-            const Point *next = nullptr;
-            for (std::size_t role = 0; role < kRoles; ++role) {
-                const Point &point = points_[role];
-                if (is_set_[role] && point.order > last && (next == nullptr || point.order < next->order)) {
-                    next = &point;
-                }
+        std::array<Point, 5> points = {first_, lowest_, highest_, last_, break_};
+        std::sort(points.begin(), points.end(),
+                  [](const Point &a, const Point &b) { return a.order < b.order; });
+        std::int64_t before = kNone;
+        for (const Point &point : points) {
+            if (point.order != before) {
+                emit_(point.x, point.y);
             }
-            if (next == nullptr) {
-                break;
-            }
-            emit_(next->x, next->y);
-            last = next->order;
+            before = point.order;
         }
-        is_set_ = {};
+        first_ = lowest_ = highest_ = last_ = break_ = Point{};
     }
 
   private:
-    enum Role : std::size_t { FIRST, LOWEST, HIGHEST, LAST, BREAK, kRoles };
+    static constexpr std::int64_t kNone = -1;
     struct Point {
-        double x;
-        double y;
-        std::int64_t order;
+        double x = 0.0;
+        double y = 0.0;
+        std::int64_t order = kNone;
     };
 
-    void set(Role role, const Point &point)
-    {
-        points_[role] = point;
-        is_set_[role] = true;
-    }
-    void set_once(Role role, const Point &point)
-    {
-        if (!is_set_[role]) {
-            set(role, point);
-        }
-    }
-
     Emit emit_;
-    std::array<Point, kRoles> points_ = {};
-    std::array<bool, kRoles> is_set_ = {};
+    Point first_;
+    Point lowest_;
+    Point highest_;
+    Point last_;
+    Point break_;
     std::int64_t column_ = kNoColumn;
     std::int64_t order_ = 0;
 };

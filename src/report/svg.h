@@ -60,6 +60,7 @@
 // it, rect.error as wide as the golden bar, in the strip. Bars begin at 0, of a log axis at its low end. The
 // y axis shows 0 and all values, widened at the ends that are not 0; of log_y whole decades around all
 // values. text.tick below, of each mth where labels would be closer than 60 to each other: the frequency.
+// text.note x 944, y TOP + 15, end: what is not drawn.
 //
 // PLANE, HEIGHT = 570. Square plot from x 88 to 568 and y 46 to 526, both axes from -m to m, signed-log.
 //   rect.right-half: the shaded half. g.roots: path.golden and path.regression of crosses (poles) and

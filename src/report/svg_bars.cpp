@@ -127,6 +127,20 @@ void draw_frequencies(Drawing &drawing, const Figure &figure)
     drawing.text("unit-x", layout::kRight, kStripEnd + 30.0, "end", figure.x_name);
 }
 
+// What is not drawn.
+std::string note_of(const Figure &figure)
+{
+    std::string note;
+    if (figure.left_out > 0) {
+        const std::int64_t all = figure.left_out + static_cast<std::int64_t>(figure.bars.size());
+        note = "the worst " + std::to_string(figure.bars.size()) + " of " + std::to_string(all);
+    }
+    for (const Unjudged &stretch : figure.panels.front().unjudged) {
+        note += (note.empty() ? "" : "; ") + stretch.reason;
+    }
+    return note;
+}
+
 void draw_bars_legend(Drawing &drawing, const Figure &figure)
 {
     std::vector<LegendItem> items = {
@@ -157,11 +171,7 @@ std::string bars_svg(const Figure &figure)
     draw_y_axis(drawing, axis, figure.panels.front(), layout::kTop, 5);
     draw_values(drawing, figure, axis);
     draw_errors(drawing, figure);
-    if (figure.left_out > 0) {
-        const auto all = figure.left_out + static_cast<std::int64_t>(figure.bars.size());
-        drawing.text("note", layout::kRight, layout::kTop + 15.0, "end",
-                     "the worst " + std::to_string(figure.bars.size()) + " of " + std::to_string(all));
-    }
+    drawing.text("note", layout::kRight, layout::kTop + 15.0, "end", note_of(figure));
     drawing.close("g");
     draw_frequencies(drawing, figure);
     drawing.raw("</svg>");

@@ -9,7 +9,8 @@
 namespace
 {
 
-constexpr std::size_t kFirstSlab = std::size_t{16} * 1024;
+constexpr std::size_t kFirstSlab =
+    std::size_t{2} * 1024; // touched as a whole, and each kind of record has one
 constexpr std::size_t kHugePage = std::size_t{2} * 1024 * 1024;
 constexpr std::size_t kLargestSlab = 16 * kHugePage;
 

@@ -6,7 +6,7 @@
 #   exit     the exit code
 #   stderr   the messages; left out without any
 #   out.pun  the punch file, which tresk has to read without complaint; left out where there is to be none
-# Then what cannot be told by files: a signal, a full disk, little memory.
+# Then what files cannot show: a signal, a full disk, little memory.
 # Usage: program.sh [--bless] RAW2PUNCH TRESK
 set -eu
 bless=
@@ -47,6 +47,10 @@ done
 cd "$work"
 banner=$("$tresk" none none 2>&1 | grep -m 1 '^\*\*\*\*\* tresk, version ' || true)
 [ "$banner" = "***** tresk, version $("$raw2punch" --version | cut -d ' ' -f 2) *****" ] || fail "another version than tresk"
+
+mkfifo pipe
+! timeout 10 "$raw2punch" pipe out.pun 2>stderr || fail "a pipe is taken"
+grep -q 'error: pipe is not a regular file' stderr || fail "it waits for a pipe: $(cat stderr)"
 
 header() { # <points>
     printf 'Title: x\nPlotname: Transient Analysis\nFlags: real\nNo. Variables: 8\nNo. Points: %d\nVariables:\n' "$1"

@@ -81,7 +81,7 @@ RawContents any_contents(Random &random)
 double expected_value(double value, const RawContents &raw, std::size_t signal, PunchFormat format)
 {
     if (raw.text() && std::isnan(value)) {
-        value = kNan; // of a text no more is told
+        value = kNan; // text has no more of it
     }
     if (!raw.text() && raw.is_float(signal)) {
         value = static_cast<double>(static_cast<float>(value));

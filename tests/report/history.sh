@@ -54,7 +54,7 @@ if [ -z "${3-}" ] && command -v strace >/dev/null; then
     "$report" history many >wanted
     kill_at_every_step before 9
 elif [ -z "${3-}" ]; then
-    echo 'strace is missing: nothing was killed'
+    echo 'skipped: strace is missing, no writer was killed'
     status=77
 fi
 

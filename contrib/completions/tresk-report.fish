@@ -1,0 +1,22 @@
+# SPDX-License-Identifier: MIT
+# fish completion of tresk-report.
+
+set -l pair '__fish_seen_subcommand_from pair'
+
+complete -c tresk-report -n __fish_use_subcommand -f -a pair -d 'compare two punch files and report what differs'
+complete -c tresk-report -n __fish_use_subcommand -f -a history -d 'print since when what fails'
+complete -c tresk-report -n __fish_use_subcommand -f -a schema -d 'print the JSON schema of result.json'
+complete -c tresk-report -n __fish_use_subcommand -l version -d 'print the version'
+complete -c tresk-report -l help -d 'print the options'
+complete -c tresk-report -n '__fish_seen_subcommand_from schema' -f
+
+complete -c tresk-report -n $pair -l out -x -a '(__fish_complete_directories)' -d 'folder of the report'
+complete -c tresk-report -n $pair -l figures -x -d 'figures in the page (50)'
+complete -c tresk-report -n $pair -l data -x -d 'MiB of waveforms in the page (8)'
+complete -c tresk-report -n $pair -l findings -x -d 'findings in the report (100000)'
+complete -c tresk-report -n $pair -l always -d 'write a page even when all passes'
+complete -c tresk-report -n $pair -l quiet -d 'print neither the transcript nor the path of the page'
+
+# The rest is for tresk: what it would be offered behind the same word.
+source (status dirname)/tresk.fish
+complete -c tresk-report -n $pair -a '(complete -C "tresk "(string escape -- (commandline -opc)[-1])" "(commandline -ct))'
