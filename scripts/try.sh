@@ -4,7 +4,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-scripts/setup.sh cli11 json libcrypto pugixml
+scripts/setup.sh cli11 json libcrypto pugixml sqlite
 cmake -S . -B build "$@"
 cmake --build build --target tresk_programs --parallel "$(nproc)"
 

@@ -32,7 +32,7 @@ for copy in "$root/debian$clone" "$root/debian/srv/tresk"; do
 done
 chown -R 1000:1000 "$root/debian/home/user"
 
-says_what_to_install 'g++ cmake make libcli11-dev nlohmann-json3-dev libssl-dev' scripts/try.sh
+says_what_to_install 'g++ cmake make libcli11-dev nlohmann-json3-dev libssl-dev libsqlite3-dev' scripts/try.sh
 as_root scripts/try.sh | tee "$root/output"
 page=$(sed -n 's/^page: //p' "$root/output")
 grep -q '<svg class="figure waves"' "$root/debian/srv/tresk/$page"

@@ -4,7 +4,7 @@
 _tresk_report() {
     local word=${COMP_WORDS[COMP_CWORD]} words=
     case $COMP_CWORD:${COMP_WORDS[1]} in
-    1:*) words='pair tune bless schema --version --help' ;;
+    1:*) words='pair tune bless history schema --version --help' ;;
     *:bless)
         [[ ${COMP_WORDS[COMP_CWORD - 1]} != --reason ]] || return # the user's own words
         if [[ $word != --* ]]; then
@@ -31,6 +31,14 @@ _tresk_report() {
         fi
         words='--out --figures --data --findings --always --quiet --help'
         [[ ${COMP_WORDS[1]} = pair ]] || words='--digits --help'
+        ;;
+    *:history)
+        if [[ $word != --* ]]; then
+            compopt -o filenames 2>/dev/null
+            mapfile -t COMPREPLY < <(compgen -f -- "$word")
+            return
+        fi
+        words='--help'
         ;;
     *) words='--help' ;;
     esac

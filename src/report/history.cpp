@@ -17,10 +17,7 @@ History::History(const std::string &path, Access access)
     if (access == Access::WRITE && ::access(path.c_str(), F_OK) != 0) {
         make_history(path);
     }
-    database_ = open_history(path);
-    if (access == Access::WRITE) {
-        database_->trust();
-    }
+    database_ = open_history(path, access);
 }
 
 History::~History() = default;

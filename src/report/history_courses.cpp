@@ -204,21 +204,23 @@ class Reader
         return {pair->second, signals.size() - 1, true};
     }
 
+    // The newest run first, and of a run the signals that were found first: what is left out is the rest.
     void read_findings()
     {
         std::unordered_map<Number, SignalPlace> signals;
-        Query row(database_, "SELECT signal, run, abs_err, rel_err, first_bad, last_good FROM findings "
-                             "WHERE run >= ? ORDER BY run DESC");
-        row.with(oldest());
-        while (row.next()) {
-            const auto place = place_of(row.integer(1));
-            const auto [known, is_new] = signals.try_emplace(row.integer(0));
-            if (is_new) {
-                known->second = new_signal(row.integer(0));
-            }
-            const SignalPlace &signal = known->second;
-            if (place && signal.is_shown) {
-                set(pairs_[signal.pair].signals[signal.signal].course, *place, {row, 2});
+        Query row(database_, "SELECT signal, abs_err, rel_err, first_bad, last_good FROM findings "
+                             "WHERE run = ? ORDER BY signal");
+        for (std::size_t place = runs_.size(); place-- > 0;) {
+            row.with(runs_[place].number);
+            while (row.next()) {
+                const auto [known, is_new] = signals.try_emplace(row.integer(0));
+                if (is_new) {
+                    known->second = new_signal(row.integer(0));
+                }
+                const SignalPlace &signal = known->second;
+                if (signal.is_shown) {
+                    set(pairs_[signal.pair].signals[signal.signal].course, place, {row, 1});
+                }
             }
         }
     }

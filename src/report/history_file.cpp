@@ -20,9 +20,11 @@ namespace report
 namespace
 {
 
+using namespace std::string_view_literals;
+
 // What SQLite's file format has at its beginning.
 constexpr std::size_t kHeadSize = 100;
-constexpr std::string_view kMagic("SQLite format 3", 16); // with the NUL
+constexpr std::string_view kMagic = "SQLite format 3\0"sv;
 constexpr std::size_t kWriteVersionAt = 18;
 constexpr std::size_t kReadVersionAt = 19;
 constexpr char kWriteAhead = 2;
@@ -195,12 +197,16 @@ void make_history(const std::string &path)
     sync_folder_of(path);
 }
 
-std::unique_ptr<Sqlite> open_history(const std::string &path)
+std::unique_ptr<Sqlite> open_history(const std::string &path, History::Access access)
 {
     check_head(path);
     auto database = std::make_unique<Sqlite>(path);
     check_tables(*database);
-    check_whole(*database);
+    if (access == History::Access::WRITE) {
+        check_whole(*database);
+        database->allow_writing();
+    }
+    database->trust();
     return database;
 }
 

@@ -3,6 +3,7 @@
 #ifndef TRESK_REPORT_HISTORY_FILE_H
 #define TRESK_REPORT_HISTORY_FILE_H
 
+#include "report/history.h"
 #include "report/sqlite.h"
 
 #include <memory>
@@ -16,8 +17,9 @@ namespace report
 void make_history(const std::string &path);
 
 // Opens a history and checks it. Throws HistoryFault when it is none, of another version, or damaged; the
-// file is as it was then.
-std::unique_ptr<Sqlite> open_history(const std::string &path);
+// file is as it was then. All of it is read before it is opened for writing; for reading, damage shows when
+// it is met.
+std::unique_ptr<Sqlite> open_history(const std::string &path, History::Access access);
 
 } // namespace report
 

@@ -60,6 +60,10 @@ void Sqlite::set(int what, bool on)
 void Sqlite::trust()
 {
     set(SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, false);
+}
+
+void Sqlite::allow_writing()
+{
     run("PRAGMA query_only = 0; PRAGMA synchronous = FULL");
 }
 

@@ -22,13 +22,15 @@ class Sqlite
     // A database in memory.
     Sqlite();
     // One in a file that is there. It comes from anywhere: nothing in it may run code of its own. Until
-    // trust() nothing is written to it, not even what a process that was killed has left beside it.
+    // trust() nothing is written to it, not even what a process that was killed has left beside it; until
+    // allow_writing() nothing else.
     explicit Sqlite(const std::string &path);
     ~Sqlite();
     Sqlite(const Sqlite &) = delete;
     Sqlite &operator=(const Sqlite &) = delete;
 
     void trust();
+    void allow_writing();
 
     // Runs statements without results.
     void run(const char *sql);
