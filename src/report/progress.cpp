@@ -16,9 +16,15 @@ Progress::Progress(std::string what, std::size_t all)
 
 Progress::~Progress()
 {
+    hide();
+}
+
+void Progress::hide()
+{
     if (is_shown_) {
         std::fputs("\r\033[K", stderr);
         std::fflush(stderr);
+        is_shown_ = false;
     }
 }
 

@@ -20,6 +20,7 @@ class Progress
     ~Progress();
 
     void show(std::size_t done);
+    void hide();
 
   private:
     std::string what_;
