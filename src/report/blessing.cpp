@@ -56,8 +56,8 @@ class FileChecker : public Listener
   public:
     void started(const RunStart &start) override
     {
-        told_["tolerances"] = std::string(start.mode) + " -a " + number_text(start.abstol) + " -r " +
-                              number_text(start.reltol) + (start.desert ? " -desert" : "");
+        tolerances_ = std::string(start.mode) + " -a " + number_text(start.abstol) + " -r " +
+                      number_text(start.reltol) + (start.desert ? " -desert" : "");
     }
     void file_read(const FileRead &read) override
     {
@@ -79,17 +79,18 @@ class FileChecker : public Listener
     }
     void ended(const RunEnd &end) override
     {
-        told_["read"] = is_read_;
-        told_["results"] = has_results_;
-        told_["status"] = end.status;
+        status_ = end.status;
     }
     std::string answer() const
     {
-        return told_.dump();
+        const nlohmann::json told = {
+            {"read", is_read_}, {"results", has_results_}, {"status", status_}, {"tolerances", tolerances_}};
+        return told.dump();
     }
 
   private:
-    nlohmann::json told_;
+    std::string tolerances_;
+    unsigned status_ = 0;
     bool is_read_ = true;
     bool has_results_ = true;
 };
@@ -101,7 +102,7 @@ std::string utc_time()
     gmtime_r(&now, &parts);
     char text[32];
     const std::size_t size = std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
-    return std::string(text, size);
+    return {text, size};
 }
 
 std::string user_name()

@@ -89,7 +89,10 @@ bool Judge::add_failures(Knob knob, const Errors &errors, FailSet &to) const
     std::sort(places, places + count);
     bool fails_always = true;
     for (std::size_t i = 0; i < count; ++i) {
-        const double end = i + 1 < count ? places[i + 1] : FailSet::kNever;
+        double end = FailSet::kNever;
+        if (i + 1 < count) {
+            end = places[i + 1];
+        }
         if (end == places[i]) {
             continue;
         }

@@ -37,7 +37,7 @@ std::string decimal(double value, int digits)
     std::array<char, 40> text = {};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), value,
                                    std::chars_format::scientific, digits - 1);
-    return std::string(text.data(), end.ptr);
+    return {text.data(), end.ptr};
 }
 
 // The next larger decimal number of as many digits: "8.7e-09" to "8.8e-09", "9.9e-09" to "1.0e-08".

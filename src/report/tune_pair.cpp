@@ -143,6 +143,7 @@ void PairTuning::propose(std::size_t knob)
     progress_.show(compared_++);
     const Confirmation told =
         confirm(with_files(with_knob(options_.arguments.options, kKnobs[knob], number)));
+    progress_.wipe();
     if (told.failing > 0) {
         throw NoGrade("a file has changed: compare again");
     }
