@@ -48,5 +48,5 @@ done
 
 # The page on ngspice, by copy and paste.
 make_root "$VERSION_CODENAME" "$root/page" --variant=apt
-cp tests/ngspice_page.sh "$1" "$root/page/opt"
+cp tests/ngspice_page.sh "$1" "$2" "$root/page/opt"
 in_root "$root/page" /opt/ngspice_page.sh --install /usr /opt

@@ -1,7 +1,7 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
 # Does what docs/ngspice.md shows, block by block, with what is installed below a prefix; then runs the steps of its
-# CI files on the result. With --install, also what the page has installed, from the package beside the script.
+# CI files on the result. With --install, also what the page has installed, from the packages beside the script.
 # Says what it needs and ends with 77 when a tool is missing. Usage: ngspice_page.sh [--install] PREFIX WORK
 set -euo pipefail
 here=$(realpath "$(dirname "$0")")
@@ -39,6 +39,8 @@ grep -q '^89% tests passed, 1 tests failed out of 9' output || fail "more than t
 page '' | sed -n 's/^\(v([a-z]*) *[0-9]\).*<=A=R=.*/^\1.*<=A=R=/p' >shown
 [ "$(wc -l <shown) $(grep -cf shown output)" = '2 2' ] || fail "the page shows another transcript"
 grep -q 'filter.compare.*status="fail"' regression/build/junit.xml || fail "junit.xml does not show it"
+grep -q '<svg' regression/build/report/filter/report.html || fail "nothing is drawn"
+[ ! -e regression/build/report/inverter/report.html ] || fail "what passes has a page"
 
 # Both CI files: as YAML, and their steps, which end with 8 for the failing test.
 page yaml | awk '/^---$/ { ++n } { print > ("ci" n ".yml") }'
