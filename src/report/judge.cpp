@@ -99,7 +99,8 @@ bool Judge::add_failures(Knob knob, const Errors &errors, FailSet &to) const
         if (passes(knob, places[i], errors)) {
             fails_always = false;
         } else {
-            to.add({places[i], end, errors.relerr});
+            const bool ends_at_error = knob != Knob::ABSOLUTE || end == errors.abserr;
+            to.add({places[i], end, ends_at_error ? errors.relerr : 1.0}); // 1: it ends at the value itself
         }
     }
     return fails_always;

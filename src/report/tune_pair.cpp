@@ -30,18 +30,6 @@ std::string shares_text(const TunedKnobs &knobs)
     return text;
 }
 
-// Whether a tolerance is half of the value of a signal, or more, as far as its largest error lets that be
-// known.
-bool hardly_judges(Knob knob, double tolerance, const Tuned &tuned)
-{
-    if (knob != Knob::ABSOLUTE) {
-        return tolerance >= kLargeShare;
-    }
-    const std::optional<double> smallest = tuned.fails.smallest_passing();
-    return smallest && *smallest > 0.0 &&
-           tolerance / *smallest * tuned.fails.share_at(*smallest) >= kLargeShare;
-}
-
 // A pair of files and what was found out about it.
 class PairTuning
 {
@@ -152,7 +140,7 @@ void PairTuning::propose(std::size_t knob)
     const double tolerance = std::strtod(number.c_str(), nullptr);
     const auto unjudged =
         std::count_if(result_.signals.begin(), result_.signals.end(), [&](const TunedSignal &signal) {
-            return hardly_judges(kKnobs[knob], tolerance, signal.knobs[knob]);
+            return hardly_judges(kKnobs[knob], tolerance, signal.knobs[knob].fails);
         });
     if (unjudged > 0) {
         std::printf("; this is half of the value or more of %ld of the %zu signals",
@@ -172,7 +160,8 @@ void PairTuning::print_all_steps() const
         for (const TunedSignal &signal : result_.signals) {
             sets.push_back(&signal.knobs[i].fails);
         }
-        print_steps(kKnobs[i], staircase(sets, {}, options_.digits, kMostSteps), sets.size(), "signals");
+        print_steps(kKnobs[i], staircase(kKnobs[i], sets, {}, options_.digits, kMostSteps), sets.size(),
+                    "signals");
     }
 }
 

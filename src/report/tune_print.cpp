@@ -34,8 +34,12 @@ std::string share_text(const Tuned &tuned)
 void print_steps(Knob knob, const std::vector<Step> &steps, std::size_t all, const char *what)
 {
     for (const Step &step : steps) {
-        std::printf("  %9s %-12s %zu of %zu %s\n", knob_text(knob), step.number.c_str(), step.passing, all,
+        std::printf("  %9s %-12s %zu of %zu %s", knob_text(knob), step.number.c_str(), step.passing, all,
                     what);
+        if (step.unjudged > 0) {
+            std::printf("; half of the value or more in %zu", step.unjudged);
+        }
+        std::printf("\n");
     }
 }
 

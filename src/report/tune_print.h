@@ -17,9 +17,6 @@ constexpr std::size_t kMostSteps = 12;
 // "default mode, -a 1e-12, -r 0.01".
 std::string settings_text(const TuneResult &result);
 
-// From which part of a value on a tolerance hardly judges it any more.
-constexpr double kLargeShare = 0.5;
-
 // "97 % of the value" where the smallest tolerance that passes is such a part; else nothing.
 std::string share_text(const Tuned &tuned);
 

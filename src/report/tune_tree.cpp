@@ -141,7 +141,8 @@ void Tree::print_knob(std::size_t knob) const
             failing.push_back(&pair.result.all[knob].fails);
         }
     }
-    print_steps(kKnobs[knob], staircase(failing, passing, digits_, kMostSteps), pairs_.size(), "pairs");
+    print_steps(kKnobs[knob], staircase(kKnobs[knob], failing, passing, digits_, kMostSteps), pairs_.size(),
+                "pairs");
 }
 
 // Pairs that no tolerance makes pass.

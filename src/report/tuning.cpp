@@ -100,7 +100,16 @@ Confirmation confirm(const std::vector<std::string> &arguments)
     return {told.at(0).get<int>(), told.at(1).get<std::int64_t>()};
 }
 
-std::vector<Step> staircase(const std::vector<const FailSet *> &failing,
+bool hardly_judges(Knob knob, double tolerance, const FailSet &fails)
+{
+    if (knob != Knob::ABSOLUTE) {
+        return tolerance >= kLargeShare;
+    }
+    const std::optional<double> smallest = fails.smallest_passing();
+    return smallest && *smallest > 0.0 && tolerance / *smallest * fails.share_at(*smallest) >= kLargeShare;
+}
+
+std::vector<Step> staircase(Knob knob, const std::vector<const FailSet *> &failing,
                             const std::vector<const FailSet *> &passing, int digits, std::size_t most)
 {
     std::map<double, std::string> numbers;
@@ -122,7 +131,10 @@ std::vector<Step> staircase(const std::vector<const FailSet *> &failing,
             return static_cast<std::size_t>(std::count_if(
                 sets.begin(), sets.end(), [at](const FailSet *set) { return !set->contains(at); }));
         };
-        steps.push_back({number, count(failing) + count(passing)});
+        const auto unjudged = std::count_if(failing.begin(), failing.end(), [knob, at](const FailSet *set) {
+            return hardly_judges(knob, at, *set);
+        });
+        steps.push_back({number, count(failing) + count(passing), static_cast<std::size_t>(unjudged)});
     }
     return steps;
 }

@@ -27,15 +27,23 @@ struct Confirmation {
 // What tresk itself says to a proposal. Throws NoGrade.
 Confirmation confirm(const std::vector<std::string> &arguments);
 
+// From which part of a value on a tolerance hardly judges it any more.
+constexpr double kLargeShare = 0.5;
+
+// Whether a tolerance is such a part of the values of a signal or pair, as far as the error that needs the
+// smallest one lets that be known.
+bool hardly_judges(Knob knob, double tolerance, const FailSet &fails);
+
 // "-a 8.8e-09   250" : what a number for a knob lets pass.
 struct Step {
     std::string number;
     std::size_t passing = 0;
+    std::size_t unjudged = 0; // of those that fail now, such that the number hardly judges
 };
 
 // The numbers, rounded up to so many digits, at which more of the failing sets pass, in rising order and at
 // most so many of them, the last one included. Those that pass now are counted as long as they do.
-std::vector<Step> staircase(const std::vector<const FailSet *> &failing,
+std::vector<Step> staircase(Knob knob, const std::vector<const FailSet *> &failing,
                             const std::vector<const FailSet *> &passing, int digits, std::size_t most);
 
 } // namespace report

@@ -64,7 +64,7 @@ prepare
 # Each step of the staircase counts what tresk counts.
 "$report" tune out >steps && code=0 || code=$?
 [ "$code" = 1 ] || complain "tune: exit code $code"
-mapfile -t lines < <(sed -n 's/^ *\(.*[^ ]\)  *\([0-9]*\) of 10 pairs$/\1|\2/p' steps)
+mapfile -t lines < <(sed -n 's/^ *\(.*[^ ]\)  *\([0-9]*\) of 10 pairs\(;.*\)*$/\1|\2/p' steps)
 for line in "${lines[@]}"; do
     options=${line%|*} count=${line#*|}
     passing=0
