@@ -72,6 +72,15 @@ void move_to(Room &room, FileBytes *file, std::int64_t offset)
     }
 }
 
+// The bytes of the points that are left, and those known to follow: signals are printed (-d 1) while the file
+// is still being read.
+std::size_t bytes_to_fetch(const Room &room, int format, std::int64_t left)
+{
+    const std::size_t needed = binary_length(format, static_cast<std::size_t>(left));
+    const std::int64_t known = room.reads_ahead ? room.file->end - room.place() : 0;
+    return known > 0 ? std::max(needed, static_cast<std::size_t>(known)) : needed;
+}
+
 } // namespace
 
 BlockWalk::BlockWalk(const Wform &wform) : wform_(wform), room_(nullptr), left_(0)
@@ -99,8 +108,7 @@ PointBlock BlockWalk::next_in_file()
     const std::size_t needed = binary_length(wform_.format, count);
     if (room.held < needed) {
         const std::int64_t place = room.place();
-        const std::size_t rest = binary_length(wform_.format, static_cast<std::size_t>(left_));
-        room.held = room.reads_ahead ? Room::kBytes : std::min(rest, Room::kBytes);
+        room.held = std::min(Room::kBytes, bytes_to_fetch(room, wform_.format, left_));
         room.offset = place + static_cast<std::int64_t>(room.held);
         room.next = room.bytes;
         if (!read_again(*room.file, place, room.bytes, room.held)) {
