@@ -72,8 +72,8 @@ void move_to(Room &room, FileBytes *file, std::int64_t offset)
     }
 }
 
-// The bytes of the points that are left, and what is known to follow: while the file is still being read,
-// which a dump does not wait for, that is not all of it.
+// The bytes of the points that are left, and those known to follow: signals are printed (-d 1) while the file
+// is still being read.
 std::size_t bytes_to_fetch(const Room &room, int format, std::int64_t left)
 {
     const std::size_t needed = binary_length(format, static_cast<std::size_t>(left));
