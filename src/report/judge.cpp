@@ -3,9 +3,9 @@
 
 #include "compare/tolerance.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 
 namespace report
 {
@@ -77,7 +77,7 @@ bool Judge::add_failures(Knob knob, const Errors &errors, FailSet &to) const
     std::size_t count = 1;
     const auto add_place = [&](double value) {
         if (value > 0.0 && std::isfinite(value)) { // an infinite tolerance would judge nothing
-            places[count++] = value;
+            places[count++] = value;               // at most twice
         }
     };
     if (knob == Knob::ABSOLUTE) {
@@ -86,7 +86,9 @@ bool Judge::add_failures(Knob knob, const Errors &errors, FailSet &to) const
     } else {
         add_place(errors.relerr);
     }
-    std::sort(places, places + count);
+    if (places[2] != 0.0 && places[2] < places[1]) {
+        std::swap(places[1], places[2]);
+    }
     bool fails_always = true;
     for (std::size_t i = 0; i < count; ++i) {
         double end = FailSet::kNever;
