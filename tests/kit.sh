@@ -194,6 +194,29 @@ tree) # 300 pairs with hostile names and contents: each gets the grade that tres
         if (ulimit -f $limit && tresk-parallel "$golden" "$regression" full$limit) >output 2>&1; then exit 1; fi
     done
     ;;
+report) # reports of a tree, and a disk that has no room for one
+    need parallel ctest tresk-report
+    cp regression/follower.pun golden/same.pun
+    cp golden/same.pun regression
+    gzip golden/nand.pun
+    ends_with 3 tresk-parallel --report -j 2 golden regression out
+    shows '^worst: FAIL_V' 'out/report/index.html$'
+    [ "$(cd out/report && find . -name report.html | sort | xargs)" = \
+        './follower.pun/report.html ./lc_filter.pun/report.html ./nand.pun/report.html' ]
+    cmp out/transcripts/nand.pun.txt out/report/nand.pun/transcript.txt
+    sed -i 's/^.*1/&2/' regression/nand.pun # another file: the old report must not pass for that of the next run
+    mkdir out/report/nand.pun/report.html.new
+    ends_with 3 tresk-parallel --report --resume -j 2 golden regression out
+    shows '^FAIL_V +[0-9]+  nand.pun .the report could not be written'
+    [ ! -e out/report/nand.pun/summary.tsv ]
+    ends_with 64 tresk-parallel --resume golden regression out
+    shows 'then reports: yes'
+    printf '%s\n' 'cmake_minimum_required(VERSION 3.21)' 'project(one NONE)' 'enable_testing()' 'find_package(Tresk REQUIRED)' \
+        'tresk_add_test(NAME x GOLDEN golden/lc_filter.pun REGRESSION ../regression/lc_filter.pun REPORT x)' >CMakeLists.txt
+    ends_with 0 cmake -S . -B build -DCMAKE_PREFIX_PATH="$prefix"
+    ends_with 8 ctest --test-dir build
+    [ -e build/x/report.html ]
+    ;;
 resume)
     need parallel
     small_trees 4

@@ -4,7 +4,7 @@
 _tresk_report() {
     local word=${COMP_WORDS[COMP_CWORD]} words=
     case $COMP_CWORD:${COMP_WORDS[1]} in
-    1:*) words='pair tune bless history schema --version --help' ;;
+    1:*) words='pair tree tune bless history schema --version --help' ;;
     *:bless)
         [[ ${COMP_WORDS[COMP_CWORD - 1]} != --reason ]] || return # the user's own words
         if [[ $word != --* ]]; then
@@ -13,6 +13,15 @@ _tresk_report() {
             return
         fi
         words='--reason --list --yes --keep --even-nan --help'
+        ;;
+    *:tree)
+        [[ ${COMP_WORDS[COMP_CWORD - 1]} != --accept ]] || return
+        if [[ $word != --* ]]; then
+            compopt -o filenames 2>/dev/null
+            mapfile -t COMPREPLY < <(compgen -f -- "$word")
+            return
+        fi
+        words='--accept --before --history --quiet --help'
         ;;
     *:pair | *:tune)
         case ${COMP_WORDS[COMP_CWORD - 1]} in

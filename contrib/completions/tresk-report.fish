@@ -4,6 +4,7 @@
 set -l pair '__fish_seen_subcommand_from pair'
 
 complete -c tresk-report -n __fish_use_subcommand -f -a pair -d 'compare two punch files and report what differs'
+complete -c tresk-report -n __fish_use_subcommand -f -a tree -d 'report what comparisons of two trees found'
 complete -c tresk-report -n __fish_use_subcommand -f -a tune -d 'find the smallest tolerances that pass'
 complete -c tresk-report -n __fish_use_subcommand -f -a bless -d 'make regression files the golden ones'
 complete -c tresk-report -n __fish_use_subcommand -f -a history -d 'print since when what fails'
@@ -18,6 +19,12 @@ complete -c tresk-report -n $pair -l data -x -d 'MiB of waveforms in the page (8
 complete -c tresk-report -n $pair -l findings -x -d 'findings in the report (100000)'
 complete -c tresk-report -n $pair -l always -d 'write a page even when all passes'
 complete -c tresk-report -n $pair -l quiet -d 'print neither the transcript nor the path of the page'
+
+set -l tree '__fish_seen_subcommand_from tree'
+complete -c tresk-report -n $tree -l accept -x -d 'grades that count as passed'
+complete -c tresk-report -n $tree -l before -x -a '(__fish_complete_directories)' -d 'folder of an earlier run'
+complete -c tresk-report -n $tree -l history -r -d 'history that the run is added to'
+complete -c tresk-report -n $tree -l quiet -d 'do not print the path of the page'
 
 set -l tune '__fish_seen_subcommand_from tune'
 complete -c tresk-report -n $tune -l digits -x -d 'digits of what is proposed (2)'

@@ -7,7 +7,7 @@
 #include <charconv>
 #include <map>
 #include <pugixml.hpp>
-#include <set>
+#include <unordered_map>
 
 namespace report
 {
@@ -153,7 +153,7 @@ struct Suite {
 std::map<std::string, Suite> choose_cases(const TreeView &view)
 {
     std::map<std::string, Suite> suites;
-    std::set<std::string> names;
+    std::unordered_map<std::string, int> names; // and how many there are
     Room room;
     for (std::size_t i = 0; i < view.run.pairs.size(); ++i) {
         const std::string &path = view.run.pairs[i].path;
@@ -169,9 +169,11 @@ std::map<std::string, Suite> choose_cases(const TreeView &view)
         }
         // Of two cases of the same name servers drop one: folders may hold dots, and bytes become clean text.
         const std::string plain = made.name;
-        for (int same = 2; !names.insert(made.class_name + '\n' + made.name).second; ++same) {
+        int &same = names[made.class_name + '\n' + plain];
+        for (++same; same > 1 && names.count(made.class_name + '\n' + made.name) != 0; ++same) {
             made.name = plain + " (" + std::to_string(same) + ")";
         }
+        names.emplace(made.class_name + '\n' + made.name, 1);
         suites[suite].cases.emplace(path, std::move(made));
     }
     return suites;

@@ -203,6 +203,9 @@ TreeRun read_tree(const std::string &out)
     Progress progress("pairs read", lines.size());
     for (const std::string_view line : lines) {
         TreePair pair = read_pair(run, line);
+        if (pair.path.empty()) {
+            throw NoTree("a line without a path in the list of pairs in " + terminal_line(out));
+        }
         const auto measured = joblog.find(std::string(line));
         if (measured != joblog.end()) {
             pair.seconds = measured->second;

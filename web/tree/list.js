@@ -32,7 +32,7 @@ class List {
     for (const column of this.view.columns) {
       const head = html('th', {scope: 'col', class: 'c-' + column.id + (column.isNumber ? ' n' : '')});
       if (column.key) {
-        const button = html('button', {type: 'button', class: 'sort', tabindex: '-1'}, column.head);
+        const button = html('button', {type: 'button', class: 'sort'}, column.head);
         button.addEventListener('click', () => this.sortBy(column.id));
         head.append(button);
       } else {

@@ -39,7 +39,7 @@ const signalColumns = pairs => [
 
 const tickColumn = ticks => ({id: 'tick', head: '✓', fill: (cell, i) => {
   if (!ticks.takes(i)) return;
-  const box = html('input', {type: 'checkbox', 'aria-label': 'tick for blessing', tabindex: '-1'});
+  const box = html('input', {type: 'checkbox', 'aria-label': 'tick for blessing'});
   box.checked = ticks.has(i);
   box.addEventListener('change', () => ticks.toggle(i));
   cell.append(box);
