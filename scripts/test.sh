@@ -8,7 +8,7 @@ jobs=$(nproc)
 werror=OFF
 [ "${CI:-}" != true ] || werror=ON
 
-scripts/setup.sh googletest cli11 json libcrypto pugixml sqlite jsonschema junitparser strace sqlite3
+scripts/setup.sh googletest cli11 json libcrypto pugixml sqlite jsonschema junitparser libxml2-utils:xmllint strace sqlite3
 cmake -S . -B "$build" -DTRESK_BUILD_TESTS=ON -DTRESK_WERROR=$werror "$@"
 cmake --build "$build" --parallel "$jobs"
 cd "$build"

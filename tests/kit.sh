@@ -194,7 +194,7 @@ tree) # 300 pairs with hostile names and contents: each gets the grade that tres
         if (ulimit -f $limit && tresk-parallel "$golden" "$regression" full$limit) >output 2>&1; then exit 1; fi
     done
     ;;
-report) # reports of a tree, and a disk that has no room for one
+reported_tree) # reports of a tree, and a disk that has no room for one
     need parallel ctest tresk-report
     cp regression/follower.pun golden/same.pun
     cp golden/same.pun regression

@@ -32,7 +32,7 @@ for copy in "$root/debian$clone" "$root/debian/srv/tresk"; do
 done
 chown -R 1000:1000 "$root/debian/home/user"
 
-says_what_to_install 'g++ cmake make libcli11-dev nlohmann-json3-dev libssl-dev libsqlite3-dev' scripts/try.sh
+says_what_to_install 'g++ cmake make libcli11-dev nlohmann-json3-dev libssl-dev libpugixml-dev libsqlite3-dev' scripts/try.sh
 as_root scripts/try.sh | tee "$root/output"
 page=$(sed -n 's/^page: //p' "$root/output")
 grep -q '<svg class="figure waves"' "$root/debian/srv/tresk/$page"
@@ -54,4 +54,4 @@ as_user sh -c '(cd build && cpack)'
 in_root "$root/debian" sh -c 'cd "$0" && apt install -y ./build/tresk*.deb' "$clone"
 as_user tresk-report pair --always --out report samples/nand/golden.pun samples/nand/golden.pun
 as_root apt remove -y tresk
-says_what_to_install "libgtest-dev python3-jsonschema" scripts/test.sh
+says_what_to_install "libgtest-dev python3-jsonschema python3-junitparser libxml2-utils strace sqlite3" scripts/test.sh
