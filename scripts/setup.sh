@@ -31,9 +31,9 @@ find_missing() {
         sqlite) need libsqlite3-dev has_header sqlite3.h ;;
         libcrypto) need libssl-dev has_header openssl/evp.h ;;
         pugixml) need libpugixml-dev has_header pugixml.hpp ;;
-        junitparser) need python3-junitparser python3 -c 'import junitparser' ;;
+        junitparser) need python3-junitparser /usr/bin/python3 -c 'import junitparser' ;;
         selenium) need python3-selenium /usr/bin/python3 -c 'import selenium' ;;
-        jsonschema) need python3-jsonschema python3 -c 'import jsonschema' ;;
+        jsonschema) need python3-jsonschema /usr/bin/python3 -c 'import jsonschema' ;;
         *) need "${tool%:*}" command -v "${tool#*:}" ;;
         esac
     done

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 # SPDX-License-Identifier: MIT
 """Holds results and the page on reports against the schema: schema.py SCHEMA PAGE FOLDER...
 
