@@ -111,7 +111,7 @@ void write_row(std::ostream &out, const TreeView &view, const TreePair &pair)
     if (pair.has_transcript) {
         out << "<a href=\"../transcripts/" << link_path(pair.path) << ".txt\">transcript</a>";
     }
-    const std::size_t number = static_cast<std::size_t>(&pair - view.run.pairs.data());
+    const auto number = static_cast<std::size_t>(&pair - view.run.pairs.data());
     if (!view.before.empty()) {
         out << "<td>" << change_word(view.changes.pairs[number].change);
     }
