@@ -10,16 +10,20 @@ namespace report
 std::string base64(std::string_view bytes)
 {
     constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text;
-    text.reserve((bytes.size() + 2) / 3 * 4);
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        std::uint32_t group = 0;
-        for (std::size_t j = 0; j < 3; ++j) {
-            group = group << 8U | (i + j < bytes.size() ? static_cast<unsigned char>(bytes[i + j]) : 0U);
+    const auto byte = [bytes](std::size_t i) -> std::uint32_t {
+        return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U;
+    };
+    std::string text((bytes.size() + 2) / 3 * 4, '=');
+    char *out = text.data();
+    for (std::size_t i = 0; i < bytes.size(); i += 3, out += 4) {
+        const std::uint32_t group = byte(i) << 16U | byte(i + 1) << 8U | byte(i + 2);
+        out[0] = kDigits[group >> 18U & 63U];
+        out[1] = kDigits[group >> 12U & 63U];
+        if (i + 1 < bytes.size()) {
+            out[2] = kDigits[group >> 6U & 63U];
         }
-        for (std::size_t j = 0; j < 4; ++j) {
-            const bool is_padding = i + j > bytes.size();
-            text += is_padding ? '=' : kDigits[group >> (18U - 6U * static_cast<unsigned>(j)) & 63U];
+        if (i + 2 < bytes.size()) {
+            out[3] = kDigits[group & 63U];
         }
     }
     return text;

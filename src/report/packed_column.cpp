@@ -26,14 +26,14 @@ bool survives(double value, double tolerance)
 
 template <typename Bits, typename Value> std::string little_endian(const std::vector<double> &values)
 {
-    std::string bytes;
-    bytes.reserve(values.size() * sizeof(Bits));
+    std::string bytes(values.size() * sizeof(Bits), '\0');
+    char *out = bytes.data();
     for (const double value : values) {
         const auto narrow = static_cast<Value>(value);
         Bits bits = 0;
         std::memcpy(&bits, &narrow, sizeof bits);
         for (unsigned shift = 0; shift < 8 * sizeof bits; shift += 8) {
-            bytes += static_cast<char>(bits >> shift & 0xFFU);
+            *out++ = static_cast<char>(bits >> shift & 0xFFU);
         }
     }
     return base64(bytes);
