@@ -115,7 +115,7 @@ TEST(Curve, IsCutToItsRoom)
     for (const bool to_and_fro : {false, true}) {
         for (int i = 0; i < kPoints; ++i) {
             x[i] = (to_and_fro ? i * 7919.0 - std::floor(i * 7919.0 / kPoints) * kPoints : i) / kPoints;
-            y[i] = i % 1000 == 7 ? kNan : (i * 7919 % 10007) * 1e-4;
+            y[i] = i % 1000 == 7 ? kNan : (i % 10007 * 7919 % 10007) * 1e-4;
         }
         const Curve curve = read_curve(wform, detail);
         const auto near = std::count_if(curve.x.begin(), curve.x.end(),
