@@ -20,7 +20,7 @@ add_package() { # <package> <piece of the kit>...
     done
 }
 for release in "$VERSION_CODENAME" $next_release; do
-    tools=man-db,libssl3,libsqlite3-0,python3 pieces=(shell man format) more=()
+    tools=man-db,libpugixml1v5,libssl3,libsqlite3-0,python3 pieces=(shell man format) more=()
     if [ "$release" = "$VERSION_CODENAME" ]; then
         tools+=,bash-completion,cmake,fish,make,parallel,zsh,zstd
         pieces+=(make ctest check tree resume refused bash fish zsh)
