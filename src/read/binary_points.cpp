@@ -189,7 +189,7 @@ void decode_columns(const char *bytes, double *x, double *val, std::size_t count
     }
 }
 
-template <typename Use> void with_order(std::size_t count, Use use)
+template <typename Use> void with_order([[maybe_unused]] std::size_t count, Use use)
 {
     if (!binary_needs_swap()) {
         use(NativeOrder{});
