@@ -117,8 +117,8 @@ constexpr std::size_t kManySegments = 8; // at least, or it does not pay
 struct Segments {
     double area[kSegments + kFour];
     int interval[1 + kSegments + kFour]; // that the first one begins in, then those that they end in
-    std::uint64_t
-        crossing[kSegments / kWordBits]; // a bit each: whether it ends in another one than it begins in
+    // A bit each: whether it ends in another interval than it begins in.
+    std::uint64_t crossing[kSegments / kWordBits];
 };
 
 template <typename Vector, typename Value> void load(Vector &vector, const Value *values)
@@ -221,11 +221,11 @@ double sum_up(double sum, const double *area, std::size_t count)
     return sum;
 }
 
-// Adds a segment that crosses boundaries, to the point after a curve.
+// Lets a curve cross boundaries to a point in interval right, which the caller makes its end.
 void cross(const Grid &grid, Curve &curve, const PT &to, int right)
 {
-    if (right == curve.left + 1 && curve.left >= 0 &&
-        !debugging(DEBUG_INTEGRATION)) { // the most frequent case, with nothing to be looked up
+    // The most frequent case, with nothing to be looked up.
+    if (right == curve.left + 1 && curve.left >= 0 && !debugging(DEBUG_INTEGRATION)) {
         const PT boundary = point_at(right, grid.dx, curve.from, slope_between(curve.from, to));
         add(curve.area, trapezoid(curve.from, boundary));
         grid.at(right) = curve.area;
@@ -256,7 +256,6 @@ bool add_segment(const Grid &grid, Curve &curve, const PT &to)
         cross(grid, curve, to, right);
     }
     curve.from = to;
-    curve.left = right;
     return true;
 }
 

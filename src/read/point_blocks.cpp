@@ -21,7 +21,7 @@ struct BlockWalk::Room {
     const char *next;    // first byte that was not decoded yet
     std::size_t held;    // bytes from there on
     std::int64_t offset; // in the file, of the byte behind them
-    bool reads_ahead;    // whether the waveform before this one was the one before it in the file
+    std::size_t ahead;   // bytes to fetch behind a waveform; more with each that follows in the file
     Room *free;
 
     // Offset of the next byte.
@@ -60,25 +60,27 @@ Room *take_room(const FileBytes *file)
 void move_to(Room &room, FileBytes *file, std::int64_t offset)
 {
     constexpr std::int64_t kBetween = 4096; // bytes at most, of what stands between a waveform and the next
-    const std::int64_t skipped = offset - room.place();
-    room.reads_ahead = room.file == file && skipped >= 0 && skipped < kBetween;
-    if (room.reads_ahead && skipped <= static_cast<std::int64_t>(room.held)) {
+    constexpr std::size_t kLeastAhead = 8192;
+    const std::int64_t skipped = room.file == file ? offset - room.place() : -1;
+    const bool follows = skipped >= 0 && skipped < kBetween;
+    if (follows && skipped <= static_cast<std::int64_t>(room.held)) {
         room.next += skipped;
         room.held -= static_cast<std::size_t>(skipped);
     } else {
-        room.file = file;
         room.held = 0;
         room.offset = offset;
     }
+    room.file = file;
+    room.ahead = follows ? std::clamp(2 * room.ahead, kLeastAhead, Room::kBytes) : 0;
 }
 
-// The bytes of the points that are left, and those known to follow: signals are printed (-d 1) while the file
-// is still being read.
+// The bytes of the points that are left, and some of those known to follow: signals are printed (-d 1) while
+// the file is still being read.
 std::size_t bytes_to_fetch(const Room &room, int format, std::int64_t left)
 {
     const std::size_t needed = binary_length(format, static_cast<std::size_t>(left));
-    const std::int64_t known = room.reads_ahead ? room.file->end - room.place() : 0;
-    return known > 0 ? std::max(needed, static_cast<std::size_t>(known)) : needed;
+    const auto known = static_cast<std::size_t>(std::max<std::int64_t>(room.file->end - room.place(), 0));
+    return std::min(Room::kBytes, std::max(needed, std::min(room.ahead, known)));
 }
 
 } // namespace
@@ -108,7 +110,7 @@ PointBlock BlockWalk::next_in_file()
     const std::size_t needed = binary_length(wform_.format, count);
     if (room.held < needed) {
         const std::int64_t place = room.place();
-        room.held = std::min(Room::kBytes, bytes_to_fetch(room, wform_.format, left_));
+        room.held = bytes_to_fetch(room, wform_.format, left_);
         room.offset = place + static_cast<std::int64_t>(room.held);
         room.next = room.bytes;
         if (!read_again(*room.file, place, room.bytes, room.held)) {
