@@ -22,6 +22,7 @@ import sys
 import tempfile
 
 ROOT = os.environ.get("TRESK_ROOT") or os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+SANITIZERS = {"ASAN_OPTIONS": "detect_leaks=0:allocator_may_return_null=1"}  # records are never freed, by design
 END = {4: b"\xff\xff\xff\xff", 8: b"\xff" * 8}
 WORDS = [b"(", b")", b"[", b"]", b":", b"&\n", b"\n+ ", b"\n+\n", b"\n*", b"*$$\n", b"=", b",", b"#", b"\xff", b"\0",
          b"PWL", b"DELAY", b"DATA = BINARY\n", b"DATA = BINARY_DBL\n", b"DATA = TEXT\n", b"YUNITS = V", b"\r", b"\t",
@@ -239,8 +240,9 @@ class Case:
         self.write(folder)
         piped = {"input": self.files[self.stdin]} if self.stdin else {"stdin": subprocess.DEVNULL}
         try:
-            done = subprocess.run(["tresk"] + self.args, executable=program, cwd=folder, env=self.env, timeout=timeout,
-                                  stdout=subprocess.PIPE, stderr=subprocess.PIPE, **piped)
+            done = subprocess.run(["tresk"] + self.args, executable=program, cwd=folder, env={**SANITIZERS, **self.env},
+                                  timeout=timeout, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                  **piped)
             result = (done.returncode, done.stdout, done.stderr)
         except subprocess.TimeoutExpired:
             result = ("timeout",)
