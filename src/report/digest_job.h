@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The digest of a file beside other work: of a large file in a process of its own, since it takes about as
-// long as the comparison.
+// Digests of files beside other work: of large files in processes of their own, since they take about as long
+// as the comparison.
 #ifndef TRESK_REPORT_DIGEST_JOB_H
 #define TRESK_REPORT_DIGEST_JOB_H
 
@@ -8,6 +8,7 @@
 
 #include <string>
 #include <sys/types.h>
+#include <vector>
 
 namespace report
 {
@@ -15,17 +16,25 @@ namespace report
 class DigestJob
 {
   public:
-    // Begins. The digest goes to memory that processes share.
-    DigestJob(const std::string &path, Handover::Digest &digest);
+    // The digest goes to memory that processes share.
+    struct File {
+        const std::string &path;
+        Handover::Digest &digest;
+    };
+
+    // Begins. Returns when the small files are done.
+    explicit DigestJob(const std::vector<File> &files);
     DigestJob(const DigestJob &) = delete;
     DigestJob &operator=(const DigestJob &) = delete;
     ~DigestJob();
 
-    // Returns when it is there.
+    // Returns when all digests are there.
     void wait();
 
   private:
-    pid_t child_ = -1;
+    void start(const std::vector<File> &files);
+
+    std::vector<pid_t> children_;
 };
 
 } // namespace report

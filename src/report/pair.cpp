@@ -149,16 +149,15 @@ void PairRun::start_comparison()
 
 void PairRun::relay_transcript()
 {
-    DigestJob golden(options_.arguments.golden, handover_->digests[0]);
-    DigestJob regression(options_.arguments.regression, handover_->digests[1]);
+    DigestJob digests({{options_.arguments.golden, handover_->digests[0]},
+                       {options_.arguments.regression, handover_->digests[1]}});
     Relay relay(transcript_.read_end, transcript_file(), options_.quiet);
     relay.run();
     if (relay.file_error() != 0) {
         fault_ = "cannot write " + terminal_line(folder_->path_of(kTranscriptFile)) + ": " +
                  std::strerror(relay.file_error());
     }
-    golden.wait();
-    regression.wait();
+    digests.wait();
     handover_->transcript_is_whole = relay.is_whole();
     const ssize_t sent = write(go_.write_end, "g", 1); // fails when the child has died
     static_cast<void>(sent);
