@@ -15,6 +15,7 @@
 #include <malloc.h>
 #include <sys/prctl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace report
 {
@@ -89,7 +90,7 @@ void compare_and_end(const PairOptions &options, const OutputFolder *folder, con
     const double seconds = run_on(options.arguments.tresk);
     listener = nullptr;
     end_transcript();
-    if (folder == nullptr || !wait_for_go(ends.go) || !handover.transcript_is_whole) {
+    if (folder == nullptr) {
         _exit(0);
     }
     keep_freed_memory();
@@ -97,8 +98,12 @@ void compare_and_end(const PairOptions &options, const OutputFolder *folder, con
         Result result = recorder.take_result();
         result.seconds = seconds;
         put_arguments(options.arguments, result);
+        std::vector<Figure> figures = page_figures(result, options); // while digests are made
+        if (!wait_for_go(ends.go) || !handover.transcript_is_whole) {
+            _exit(0);
+        }
         take_digests(handover, result);
-        write_report_files(*folder, result, options);
+        write_report_files(*folder, result, std::move(figures), options);
         handover.is_written = true;
     } catch (const std::exception &fault) {
         copy_text(handover.fault, fault.what());

@@ -27,14 +27,29 @@ Json number(double value)
     return std::isnan(value) ? "nan" : value > 0.0 ? "inf" : "-inf";
 }
 
+template <typename Item, typename Make> Json list(const std::vector<Item> &items, Make make)
+{
+    Json json = Json::array();
+    for (const Item &item : items) {
+        json.push_back(make(item));
+    }
+    return json;
+}
+
 Json unit(const Unit &unit)
 {
     return {{"text", clean_text(unit.text)}, {"prefix", unit.takes_prefix}};
 }
 
-Json column(const PackedColumn &column)
+// Columns are nearly all of a page: straight to the file they go, with nothing in them to be escaped.
+void write_column(std::ostream &out, const PackedColumn &column)
 {
-    return {{"t", column.type}, {"d", column.data}};
+    out << R"({"t":")" << column.type << R"(","d":")" << column.data << "\"}";
+}
+
+void write_json(std::ostream &out, const Json &json)
+{
+    out << script_json(json.dump());
 }
 
 // 0, for exact columns, where there is no step.
@@ -57,9 +72,9 @@ double largest_finite(const std::vector<double> &values)
     return largest;
 }
 
-Json x_column(const std::vector<double> &x)
+void write_x(std::ostream &out, const std::vector<double> &x)
 {
-    return column(packed(x, smallest_step(x) / kPart));
+    write_column(out, packed(x, smallest_step(x) / kPart));
 }
 
 // What is off by the largest error, in units of y.
@@ -79,37 +94,69 @@ bool same(const std::vector<double> &a, const std::vector<double> &b)
            });
 }
 
-Json strip(const ErrorStrip &errors)
+void write_strip(std::ostream &out, const ErrorStrip &errors)
 {
-    const double tolerance = largest_finite(errors.error) / kPart;
-    const bool points = same(errors.from, errors.to);
-    return {{"label", errors.label},
-            {"unit", unit(errors.unit)},
-            {"from", x_column(errors.from)},
-            {"to", points ? Json() : x_column(errors.to)},
-            {"error", column(packed(errors.error, tolerance))},
-            {"fails", errors.fails.empty() ? Json() : column(packed(errors.fails))}};
+    out << "{\"label\":";
+    write_json(out, errors.label);
+    out << ",\"unit\":";
+    write_json(out, unit(errors.unit));
+    out << ",\"from\":";
+    write_x(out, errors.from);
+    out << ",\"to\":";
+    if (same(errors.from, errors.to)) { // points
+        out << "null";
+    } else {
+        write_x(out, errors.to);
+    }
+    out << ",\"error\":";
+    write_column(out, packed(errors.error, largest_finite(errors.error) / kPart));
+    out << ",\"fails\":";
+    if (errors.fails.empty()) {
+        out << "null";
+    } else {
+        write_column(out, packed(errors.fails));
+    }
+    out << '}';
 }
 
-Json panel(const Panel &panel)
+Json unjudged(const Unjudged &stretch)
+{
+    return {{"from", stretch.from}, {"to", stretch.to}, {"reason", stretch.reason}};
+}
+
+// Without the brace at its end.
+std::string open_object(const Json &object)
+{
+    std::string text = script_json(object.dump());
+    text.pop_back();
+    return text;
+}
+
+void write_panel(std::ostream &out, const Panel &panel)
 {
     const double tolerance = difference_of(panel.errors) / kPart;
-    const bool one_x = same(panel.golden.x, panel.regression.x);
-    Json unjudged = Json::array();
-    for (const Unjudged &stretch : panel.unjudged) {
-        unjudged.push_back({{"from", stretch.from}, {"to", stretch.to}, {"reason", stretch.reason}});
+    out << open_object({{"name", clean_text(panel.name)},
+                        {"unit", unit(panel.unit)},
+                        {"key", clean_text(panel.key)},
+                        {"worst", std::isfinite(panel.worst_x) ? Json(panel.worst_x) : Json()},
+                        {"points", {panel.golden.points, panel.regression.points}}});
+    out << ",\"golden\":{\"x\":";
+    write_x(out, panel.golden.x);
+    out << ",\"y\":";
+    write_column(out, packed(panel.golden.y, tolerance));
+    out << "},\"regression\":{\"x\":";
+    if (same(panel.golden.x, panel.regression.x)) {
+        out << "null";
+    } else {
+        write_x(out, panel.regression.x);
     }
-    return {{"name", clean_text(panel.name)},
-            {"unit", unit(panel.unit)},
-            {"key", clean_text(panel.key)},
-            {"worst", std::isfinite(panel.worst_x) ? Json(panel.worst_x) : Json()},
-            {"points", {panel.golden.points, panel.regression.points}},
-            {"golden", {{"x", x_column(panel.golden.x)}, {"y", column(packed(panel.golden.y, tolerance))}}},
-            {"regression",
-             {{"x", one_x ? Json() : x_column(panel.regression.x)},
-              {"y", column(packed(panel.regression.y, tolerance))}}},
-            {"errors", strip(panel.errors)},
-            {"unjudged", unjudged}};
+    out << ",\"y\":";
+    write_column(out, packed(panel.regression.y, tolerance));
+    out << "},\"errors\":";
+    write_strip(out, panel.errors);
+    out << ",\"unjudged\":";
+    write_json(out, list(panel.unjudged, unjudged));
+    out << '}';
 }
 
 Json bar(const Bar &bar)
@@ -133,35 +180,35 @@ Json root(const PlaneRoot &root)
             {"halfPlanes", root.half_planes_differ}};
 }
 
-template <typename Item, typename Make> Json list(const std::vector<Item> &items, Make make)
-{
-    Json json = Json::array();
-    for (const Item &item : items) {
-        json.push_back(make(item));
-    }
-    return json;
-}
-
-Json figure_json(const Figure &figure)
+void write_figure(std::ostream &out, const Figure &figure)
 {
     static constexpr const char *kKinds[] = {"waves", "bars", "plane"};
-    return {{"id", figure.id},
-            {"kind", kKinds[static_cast<std::size_t>(figure.kind)]},
-            {"title", clean_text(figure.title)},
-            {"group", clean_text(figure.group)},
-            {"findings", figure.findings},
-            {"cut", figure.cut},
-            {"leftOut", figure.left_out},
-            {"x",
-             {{"name", figure.x_name},
-              {"unit", unit(figure.x_unit)},
-              {"low", figure.x_low},
-              {"high", figure.x_high},
-              {"log", figure.log_x}}},
-            {"logY", figure.log_y},
-            {"panels", list(figure.panels, panel)},
-            {"bars", list(figure.bars, bar)},
-            {"roots", list(figure.roots, root)}};
+    out << open_object({{"id", figure.id},
+                        {"kind", kKinds[static_cast<std::size_t>(figure.kind)]},
+                        {"title", clean_text(figure.title)},
+                        {"group", clean_text(figure.group)},
+                        {"findings", figure.findings},
+                        {"cut", figure.cut},
+                        {"leftOut", figure.left_out},
+                        {"x",
+                         {{"name", figure.x_name},
+                          {"unit", unit(figure.x_unit)},
+                          {"low", figure.x_low},
+                          {"high", figure.x_high},
+                          {"log", figure.log_x}}},
+                        {"logY", figure.log_y}});
+    out << ",\"panels\":[";
+    const char *before = "";
+    for (const Panel &panel : figure.panels) {
+        out << before;
+        write_panel(out, panel);
+        before = ",";
+    }
+    out << "],\"bars\":";
+    write_json(out, list(figure.bars, bar));
+    out << ",\"roots\":";
+    write_json(out, list(figure.roots, root));
+    out << '}';
 }
 
 } // namespace
@@ -170,8 +217,9 @@ void write_figure_data(std::ostream &out, const std::vector<Figure> &figures)
 {
     out << "{\"figures\":[";
     const char *before = "\n";
-    for (const Figure &figure : figures) { // one at a time: the whole text would be in memory twice
-        out << before << script_json(figure_json(figure).dump());
+    for (const Figure &figure : figures) {
+        out << before;
+        write_figure(out, figure);
         before = ",\n";
     }
     out << "\n]}";

@@ -203,7 +203,7 @@ void PairRun::write_what_is_left()
     take_digests(*handover_, result);
     result.died = died_;
     try {
-        write_report_files(*folder_, result, options_);
+        write_report_files(*folder_, result, {}, options_);
     } catch (const WriteFault &fault) {
         fault_ = fault.what();
     }

@@ -7,17 +7,25 @@
 #include "report/page.h"
 #include "report/writers.h"
 
+#include <utility>
+
 namespace report
 {
 
 namespace
 {
 
-void write_page_file(const OutputFolder &folder, const Result &result, const PairOptions &options)
+bool has_page(const Result &result, const PairOptions &options)
+{
+    return result.grade != GRADE_PASS || options.always;
+}
+
+void write_page_file(const OutputFolder &folder, const Result &result, std::vector<Figure> figures,
+                     const PairOptions &options)
 {
     PageInput input;
     input.transcript_path = folder.new_path_of(kTranscriptFile);
-    input.figures = make_figures(result, options.figures, options.data_bytes);
+    input.figures = std::move(figures);
     input.command = options.arguments.tresk;
     input.command.insert(input.command.begin(), "tresk");
     input.versions = {{"tresk-report", kTreskVersion}, {"tresk", kTreskVersion}};
@@ -26,12 +34,19 @@ void write_page_file(const OutputFolder &folder, const Result &result, const Pai
 
 } // namespace
 
-void write_report_files(const OutputFolder &folder, const Result &result, const PairOptions &options)
+std::vector<Figure> page_figures(const Result &result, const PairOptions &options)
+{
+    return has_page(result, options) ? make_figures(result, options.figures, options.data_bytes)
+                                     : std::vector<Figure>();
+}
+
+void write_report_files(const OutputFolder &folder, const Result &result, std::vector<Figure> figures,
+                        const PairOptions &options)
 {
     folder.write(kJsonFile, [&result](std::ostream &out) { write_result_json(out, result); });
     folder.write(kCsvFile, [&result](std::ostream &out) { write_findings_csv(out, result); });
-    if (result.grade != GRADE_PASS || options.always) {
-        write_page_file(folder, result, options);
+    if (has_page(result, options)) {
+        write_page_file(folder, result, std::move(figures), options);
     }
     folder.write(kSummaryFile, [&result](std::ostream &out) { write_summary_tsv(out, result); });
 }

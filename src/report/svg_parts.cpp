@@ -6,6 +6,7 @@
 #include "report/units.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 namespace report
@@ -34,6 +35,26 @@ std::size_t count_characters(const std::string &text)
 std::string number(const char *name, double value)
 {
     return std::string(" ") + name + "=\"" + coordinate(value) + "\"";
+}
+
+// Hundreds of thousands of them make a page.
+void append_coordinate(std::string &to, double value)
+{
+    constexpr double kFarthest = 99999.0;
+    const double inside = std::isnan(value) ? 0.0 : std::clamp(value, -kFarthest, kFarthest);
+    const long tenths = std::lround(inside * 10.0);
+    const long magnitude = std::labs(tenths);
+    char text[16];
+    char *end = text;
+    if (tenths < 0) {
+        *end++ = '-';
+    }
+    end = std::to_chars(end, text + sizeof text, magnitude / 10).ptr;
+    if (magnitude % 10 != 0) {
+        *end++ = '.';
+        *end++ = static_cast<char>('0' + magnitude % 10);
+    }
+    to.append(text, end);
 }
 
 void draw_sample(Drawing &drawing, Sample sample, double x, const std::string &hatch)
@@ -79,14 +100,9 @@ void draw_sample(Drawing &drawing, Sample sample, double x, const std::string &h
 
 std::string coordinate(double value)
 {
-    constexpr double kFarthest = 99999.0;
-    const double inside = std::isnan(value) ? 0.0 : std::clamp(value, -kFarthest, kFarthest);
-    const long tenths = std::lround(inside * 10.0);
-    std::string text = std::to_string(std::labs(tenths) / 10);
-    if (tenths % 10 != 0) {
-        text += "." + std::to_string(std::labs(tenths) % 10);
-    }
-    return tenths < 0 ? "-" + text : text;
+    std::string text;
+    append_coordinate(text, value);
+    return text;
 }
 
 std::string shortened(const std::string &text, std::size_t most)
@@ -234,10 +250,10 @@ void draw_strip_frame(Drawing &drawing, const ErrorStrip &errors, double largest
 
 void LinePath::add(double x, double y)
 {
-    d_ += points_ == 0 ? "M" : points_ == 1 ? "L" : " ";
-    d_ += coordinate(x);
+    d_ += points_ == 0 ? 'M' : points_ == 1 ? 'L' : ' ';
+    append_coordinate(d_, x);
     d_ += ' ';
-    d_ += coordinate(y);
+    append_coordinate(d_, y);
     ++points_;
 }
 
