@@ -4,10 +4,9 @@
 #ifndef TRESK_REPORT_REDUCE_H
 #define TRESK_REPORT_REDUCE_H
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 
 namespace report
 {
@@ -51,17 +50,21 @@ template <typename Emit> class ColumnReducer
     // Passes on what is left. Once, behind the last point.
     void flush()
     {
-        std::array<Point, 5> points = {first_, lowest_, highest_, last_, break_};
-        std::sort(points.begin(), points.end(),
-                  [](const Point &a, const Point &b) { return a.order < b.order; });
-        std::int64_t before = kNone;
-        for (const Point &point : points) {
-            if (point.order != before) {
-                emit_(point.x, point.y);
-            }
-            before = point.order;
+        if (highest_.order < lowest_.order) {
+            std::swap(lowest_, highest_);
         }
-        first_ = lowest_ = highest_ = last_ = break_ = Point{};
+        std::int64_t before = kNone;
+        for (const Point *point : {&first_, &lowest_, &highest_, &last_}) { // in their order by now
+            if (break_.order < point->order) {
+                emit_break();
+            }
+            if (point->order > before) {
+                emit_(point->x, point->y);
+                before = point->order;
+            }
+        }
+        emit_break();
+        first_ = lowest_ = highest_ = last_ = Point{};
     }
 
   private:
@@ -71,6 +74,14 @@ template <typename Emit> class ColumnReducer
         double y = 0.0;
         std::int64_t order = kNone;
     };
+
+    void emit_break()
+    {
+        if (break_.order >= 0) {
+            emit_(break_.x, break_.y);
+            break_ = Point{};
+        }
+    }
 
     Emit emit_;
     Point first_;
