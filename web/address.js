@@ -50,10 +50,14 @@ class Address {
 
   follow() {
     const address = readAddress(location.hash);
-    const row = address && this.rows.get(address.key);
-    if (!row) return;
-    const view = this.figures.byId.get(row.dataset.figure);
+    if (!address) return;
+    const row = this.rows.get(address.key);
+    // The table ends after so many rows, the figures go on.
+    const view = row ? this.figures.byId.get(row.dataset.figure)
+      : this.figures.views.find(other => other.figure.dataset.key === address.key);
+    if (!view && !row) return;
     if (!view) {
+      document.querySelector('tr.target')?.classList.remove('target');
       row.closest('details')?.setAttribute('open', '');
       row.scrollIntoView({block: 'center'});
       row.classList.add('target');

@@ -42,10 +42,11 @@ class Figures {
     view.figure.querySelector('.drawing').focus({preventScroll: true});
   }
 
-  // The next one for 1, the one before for -1.
+  // The next one for 1, the one before for -1, of those that the filter leaves.
   step(by) {
-    const at = this.views.indexOf(this.current);
-    const next = this.views[at < 0 ? 0 : at + by];
+    const shown = this.views.filter(view => !view.figure.closest('details').hidden);
+    const at = shown.indexOf(this.current);
+    const next = shown[at < 0 ? 0 : at + by];
     if (!next) return;
     this.goTo(next);
     this.onView(next);

@@ -58,7 +58,12 @@ const start = () => {
     event.preventDefault();
     actions[event.key]();
   });
-  addEventListener('beforeprint', () => document.querySelectorAll('details').forEach(d => { d.open = true; }));
+  let closed = []; // before printing
+  addEventListener('beforeprint', () => {
+    closed = Array.from(document.querySelectorAll('details:not([open])'));
+    closed.forEach(details => { details.open = true; });
+  });
+  addEventListener('afterprint', () => closed.forEach(details => { details.open = false; }));
   const address = new Address(figures);
   return {figures, filter, address};
 };

@@ -53,8 +53,8 @@ class View {
     const drawing = this.figure.querySelector('.drawing');
     drawing.before(this.tools);
     drawing.after(this.readout);
-    drawing.addEventListener('keydown', event => {
-      if (event.ctrlKey || event.metaKey || event.altKey) return;
+    this.figure.addEventListener('keydown', event => {
+      if (event.ctrlKey || event.metaKey || event.altKey || event.target.closest('.numbers')) return;
       const moves = event.shiftKey && event.key.startsWith('Arrow');
       if (moves ? this.moveCrosshair(event.key) : this.act(event.key)) event.preventDefault();
     });

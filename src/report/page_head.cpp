@@ -22,20 +22,25 @@ void write_grade(std::ostream &out, const Result &result)
         << name_text(file_name(result.regression.path)) << "</h1>\n<p class=\"meaning\">"
         << grade_meaning(result.grade) << ".</p>\n";
     if (!result.died.empty()) {
-        out << "<p class=\"aloud\"><b>No grade:</b> the comparison " << html_text(result.died)
+        out << "<p class=\"aloud\"><b>No grade:</b> " << html_text(result.died)
             << ". What follows is what was known until then.</p>\n";
     }
 }
 
-void write_counts(std::ostream &out, const Counts &counts)
+void write_counts(std::ostream &out, const Result &result)
 {
+    const Counts &counts = result.counts;
     out << "<ul class=\"counts\">\n<li><b>" << counts.failing << "</b> of " << counts.pairs
         << " judged pairs fail</li>\n<li><b>" << counts.missing << "</b> missing</li>\n<li><b>"
         << counts.differences << "</b> different</li>\n";
     if (counts.unjudged != 0) {
-        out << "<li><b>" << counts.unjudged << "</b> of these without bearing on the grade</li>\n";
+        out << "<li><b>" << counts.unjudged << "</b> without bearing on the grade</li>\n";
     }
     out << "</ul>\n";
+    if (result.truncated != 0) {
+        out << "<p>Findings that are only counted, the least bad ones: <b>" << result.truncated
+            << "</b>.</p>\n";
+    }
 }
 
 void write_file(std::ostream &out, const char *word, const InputFile &file)
@@ -115,7 +120,7 @@ void write_head(std::ostream &out, const PageView &view)
     const Result &result = view.result;
     out << "<header>\n";
     write_grade(out, result);
-    write_counts(out, result.counts);
+    write_counts(out, result);
     write_facts(out, view);
     if (result.grade != kNoGrade) {
         write_status(out, result);

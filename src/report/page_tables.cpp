@@ -63,13 +63,10 @@ void write_failing_row(std::ostream &out, const PageView &view, std::size_t inde
     out << "</tr>\n";
 }
 
-void write_rest(std::ostream &out, std::size_t rest, std::int64_t truncated)
+void write_rest(std::ostream &out, std::size_t rest)
 {
     if (rest != 0) {
         out << "<p>" << rest << " more, less bad, are in findings.csv.</p>\n";
-    }
-    if (truncated != 0) {
-        out << "<p>" << truncated << " findings beyond the most that are kept are only counted.</p>\n";
     }
 }
 
@@ -133,7 +130,7 @@ void write_group(std::ostream &out, const PageView &view, const GroupKey &key,
     }
     end_table(out);
     end_scroll(out);
-    write_rest(out, members.size() - std::min(members.size(), kMostRows), 0);
+    write_rest(out, members.size() - std::min(members.size(), kMostRows));
     out << "</details>\n";
 }
 
@@ -167,7 +164,7 @@ void write_failing(std::ostream &out, const PageView &view)
     }
     end_table(out);
     end_scroll(out);
-    write_rest(out, failing.size() - std::min(failing.size(), kMostRows), view.result.truncated);
+    write_rest(out, failing.size() - std::min(failing.size(), kMostRows));
     out << "</section>\n";
 }
 

@@ -133,7 +133,8 @@ std::string title_of(const Finding &finding)
         return finding.name;
     }
     const std::string analysis = std::string(analysis_word(finding.analysis));
-    return analysis.empty() ? "(the whole file)" : "(all of " + analysis + ")";
+    const std::string whole = analysis.empty() ? place_of(finding) : analysis;
+    return whole.empty() ? "(the whole file)" : "(all of " + whole + ")";
 }
 
 std::string four_digits(double value)

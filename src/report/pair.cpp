@@ -15,6 +15,7 @@
 #include "support/transcript.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
@@ -115,6 +116,7 @@ class PairRun
     std::unique_ptr<OutputFolder> folder_; // null where nothing can be written
     std::string fault_;                    // why there is no report
     std::string died_;
+    double seconds_ = 0.0; // until the end of the transcript
     SharedHandover handover_;
     Pipe transcript_;
     Pipe go_;
@@ -149,10 +151,12 @@ void PairRun::start_comparison()
 
 void PairRun::relay_transcript()
 {
+    const auto start = std::chrono::steady_clock::now();
     DigestJob digests({{options_.arguments.golden, handover_->digests[0]},
                        {options_.arguments.regression, handover_->digests[1]}});
     Relay relay(transcript_.read_end, transcript_file(), options_.quiet);
     relay.run();
+    seconds_ = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     if (relay.file_error() != 0) {
         fault_ = "cannot write " + terminal_line(folder_->path_of(kTranscriptFile)) + ": " +
                  std::strerror(relay.file_error());
@@ -202,6 +206,7 @@ void PairRun::write_what_is_left()
     put_arguments(options_.arguments, result);
     take_digests(*handover_, result);
     result.died = died_;
+    result.seconds = seconds_;
     try {
         write_report_files(*folder_, result, {}, options_);
     } catch (const WriteFault &fault) {

@@ -166,7 +166,8 @@ class Page(unittest.TestCase):
         self.assertEqual(press('-'), whole)
         worst = press('w')
         self.assertTrue(worst[0] < 4.429e-9 < worst[1] and worst[1] - worst[0] < 1e-9, worst)
-        self.assertEqual(press('0'), whole)
+        self.find('#f1 .tools button').send_keys('0')
+        self.assertEqual(self.stretch(), whole)
 
         def line():
             return self.find('#f1 g.panel path.regression').get_attribute('d')
@@ -335,8 +336,8 @@ class Page(unittest.TestCase):
             ('missing', op.format(1) + dc, op.format(1), (), 'FAIL_PV', 'signal missing in regression: 1'),
             ('masked', op.format(1), op.format(5), ('-nem', '1'), 'PASS', 'The masks took 1 out of the exit status 1'),
             ('hidden', op.format(1), hot, (), 'FAIL_I', 'The grade FAIL_I hides something worse'),
-            ('differs', op.format(1), hot, (), 'FAIL_I', '(the whole file) rerun 1, modify 0 27 85'),
-            ('died', HEADER.format('DC') + 'A DATA ASCII\n0 1\n', dc, (), 'NO_GRADE', 'No grade:'),
+            ('differs', op.format(1), hot, (), 'FAIL_I', '(all of rerun 1, modify 0) rerun 1, modify 0 27 85'),
+            ('died', HEADER.format('DC') + 'A DATA ASCII\n0 1\n', dc, (), 'NO_GRADE', 'No grade: the comparison ended'),
         )
         for name, golden, regression, options, word, text in cases:
             self.open(make_page(name, *write_pair(name, golden, regression), *options))
