@@ -125,12 +125,13 @@ class Page(unittest.TestCase):
         self.open(self.pages['follower'])
         figures, seen = self.shown('svg.figure')
         self.assertEqual((figures > seen, seen), (True, 5))
-        self.emulate(media='print')
+        self.emulate(media='print', features=[{'name': 'prefers-color-scheme', 'value': 'dark'}])
         try:
+            self.assertEqual(self.find('body').value_of_css_property('color'), 'rgba(27, 27, 27, 1)')
             self.assertEqual(self.shown('svg.figure'), [figures, figures])
             self.assertEqual(self.shown('.tools, .readout, .filter')[1], 0)
         finally:
-            self.emulate(media='')
+            self.emulate(media='', features=[])
         pdf = base64.b64decode(self.browser.print_page())
         self.assertEqual(pdf[:5], b'%PDF-')
         self.assertGreaterEqual(len(re.findall(rb'/Type\s*/Page\b', pdf)), 4)
