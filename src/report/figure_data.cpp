@@ -44,7 +44,7 @@ Json unit(const Unit &unit)
 // Columns are nearly all of a page: straight to the file they go, with nothing in them to be escaped.
 void write_column(std::ostream &out, const PackedColumn &column)
 {
-    out << R"({"t":")" << column.type << R"(","d":")" << column.data << "\"}";
+    out << R"({"t":")" << column.type << R"(","d":")" << column.data << R"("})";
 }
 
 void write_json(std::ostream &out, const Json &json)
@@ -96,21 +96,21 @@ bool same(const std::vector<double> &a, const std::vector<double> &b)
 
 void write_strip(std::ostream &out, const ErrorStrip &errors)
 {
-    out << "{\"label\":";
+    out << R"({"label":)";
     write_json(out, errors.label);
-    out << ",\"unit\":";
+    out << R"(,"unit":)";
     write_json(out, unit(errors.unit));
-    out << ",\"from\":";
+    out << R"(,"from":)";
     write_x(out, errors.from);
-    out << ",\"to\":";
+    out << R"(,"to":)";
     if (same(errors.from, errors.to)) { // points
         out << "null";
     } else {
         write_x(out, errors.to);
     }
-    out << ",\"error\":";
+    out << R"(,"error":)";
     write_column(out, packed(errors.error, largest_finite(errors.error) / kPart));
-    out << ",\"fails\":";
+    out << R"(,"fails":)";
     if (errors.fails.empty()) {
         out << "null";
     } else {
@@ -140,21 +140,21 @@ void write_panel(std::ostream &out, const Panel &panel)
                         {"key", clean_text(panel.key)},
                         {"worst", std::isfinite(panel.worst_x) ? Json(panel.worst_x) : Json()},
                         {"points", {panel.golden.points, panel.regression.points}}});
-    out << ",\"golden\":{\"x\":";
+    out << R"(,"golden":{"x":)";
     write_x(out, panel.golden.x);
-    out << ",\"y\":";
+    out << R"(,"y":)";
     write_column(out, packed(panel.golden.y, tolerance));
-    out << "},\"regression\":{\"x\":";
+    out << R"(},"regression":{"x":)";
     if (same(panel.golden.x, panel.regression.x)) {
         out << "null";
     } else {
         write_x(out, panel.regression.x);
     }
-    out << ",\"y\":";
+    out << R"(,"y":)";
     write_column(out, packed(panel.regression.y, tolerance));
-    out << "},\"errors\":";
+    out << R"(},"errors":)";
     write_strip(out, panel.errors);
-    out << ",\"unjudged\":";
+    out << R"(,"unjudged":)";
     write_json(out, list(panel.unjudged, unjudged));
     out << '}';
 }
@@ -197,16 +197,16 @@ void write_figure(std::ostream &out, const Figure &figure)
                           {"high", figure.x_high},
                           {"log", figure.log_x}}},
                         {"logY", figure.log_y}});
-    out << ",\"panels\":[";
+    out << R"(,"panels":[)";
     const char *before = "";
     for (const Panel &panel : figure.panels) {
         out << before;
         write_panel(out, panel);
         before = ",";
     }
-    out << "],\"bars\":";
+    out << R"(],"bars":)";
     write_json(out, list(figure.bars, bar));
-    out << ",\"roots\":";
+    out << R"(,"roots":)";
     write_json(out, list(figure.roots, root));
     out << '}';
 }
@@ -215,7 +215,7 @@ void write_figure(std::ostream &out, const Figure &figure)
 
 void write_figure_data(std::ostream &out, const std::vector<Figure> &figures)
 {
-    out << "{\"figures\":[";
+    out << R"({"figures":[)";
     const char *before = "\n";
     for (const Figure &figure : figures) {
         out << before;
