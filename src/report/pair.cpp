@@ -6,6 +6,7 @@
 #include "report/comparison.h"
 #include "report/digest_job.h"
 #include "report/handover.h"
+#include "report/input_progress.h"
 #include "report/output_folder.h"
 #include "report/relay.h"
 #include "report/report_files.h"
@@ -121,6 +122,7 @@ class PairRun
     Pipe transcript_;
     Pipe go_;
     pid_t child_ = -1;
+    std::optional<InputProgress> progress_; // of the child
 };
 
 // A report that cannot be written is no reason not to compare.
@@ -147,6 +149,7 @@ void PairRun::start_comparison()
     }
     Pipe::close_end(transcript_.write_end);
     Pipe::close_end(go_.read_end);
+    progress_.emplace(child_, options_.arguments.golden, options_.arguments.regression, !options_.quiet);
 }
 
 void PairRun::relay_transcript()
@@ -154,7 +157,7 @@ void PairRun::relay_transcript()
     const auto start = std::chrono::steady_clock::now();
     DigestJob digests({{options_.arguments.golden, handover_->digests[0]},
                        {options_.arguments.regression, handover_->digests[1]}});
-    Relay relay(transcript_.read_end, transcript_file(), options_.quiet);
+    Relay relay(transcript_.read_end, transcript_file(), options_.quiet, *progress_);
     relay.run();
     seconds_ = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     if (relay.file_error() != 0) {
@@ -180,9 +183,7 @@ int PairRun::transcript_file()
 
 void PairRun::wait_for_end()
 {
-    int status = 0;
-    while (waitpid(child_, &status, 0) < 0 && errno == EINTR) {
-    }
+    const int status = progress_->wait_for_end();
     const std::string end = end_text(status);
     if (handover_->has_grade) {
         if (fault_.empty() && !handover_->is_written) {

@@ -42,11 +42,18 @@ Progress::~Progress()
 
 void Progress::show(std::size_t done)
 {
-    if (!is_shown_ || Clock::now() < next_) {
+    if (is_due()) {
+        const std::string of_all = all_ > 0 ? " of " + std::to_string(all_) : "";
+        show_text(std::to_string(done) + of_all + ' ' + what_);
+    }
+}
+
+void Progress::show_text(const std::string &text)
+{
+    if (!is_due()) {
         return;
     }
-    const std::string of_all = all_ > 0 ? " of " + std::to_string(all_) : "";
-    print('\r' + std::to_string(done) + of_all + ' ' + what_ + "\033[K");
+    print('\r' + text + "\033[K");
     is_drawn_ = true;
     next_ = Clock::now() + kPause;
 }

@@ -23,6 +23,21 @@ class Progress
     // So many units are done. Cheap: may be called for each.
     void show(std::size_t done);
 
+    // Draws a text instead, where a drawing is due.
+    void show_text(const std::string &text);
+
+    // Whether anybody sees it at all.
+    bool is_shown() const
+    {
+        return is_shown_;
+    }
+
+    // Whether the work is long and the last drawing some time ago.
+    bool is_due() const
+    {
+        return is_shown_ && Clock::now() >= next_;
+    }
+
     // Takes the line away, since something else is to be printed.
     void wipe();
 
@@ -31,7 +46,7 @@ class Progress
 
     std::string what_;
     std::size_t all_;
-    bool is_shown_; // to anybody at all
+    bool is_shown_;
     bool is_drawn_ = false;
     Clock::time_point next_; // when to draw it again
 };

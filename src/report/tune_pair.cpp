@@ -79,7 +79,7 @@ void PairTuning::print_head() const
                 terminal_line(options_.arguments.golden).c_str(),
                 std::string(grade_word(result_.grade)).c_str(), settings_text(result_).c_str());
     const std::size_t all = result_.signals.size() + static_cast<std::size_t>(result_.left_out);
-    std::printf("%zu signals fail.\n", all);
+    std::printf(all == 1 ? "%zu signal fails.\n" : "%zu signals fail.\n", all);
 }
 
 // The smallest value, or the number of the reason why there is none.
