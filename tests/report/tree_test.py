@@ -11,7 +11,7 @@ import subprocess
 import sys
 import unittest
 
-from browser import PROGRAM, WORK, By, Keys, start
+from browser import PROGRAM, SOURCE, WORK, By, Keys, start
 import tree_folder
 
 try:
@@ -53,6 +53,9 @@ class Files(unittest.TestCase):
         tree('night')
         with open(WORK / 'night/report/tree.csv', encoding='utf-8', newline='') as file:
             rows = list(csv.DictReader(file))
+        described = (SOURCE / 'docs/tree.md').read_text(encoding='utf-8').partition('## tree.csv')[2].partition('\n## ')[0]
+        cells = re.findall(r'^\| (`.*?) \|', described, re.MULTILINE)
+        self.assertEqual(re.findall('`(.*?)`', ' '.join(cells)), list(rows[0]))
         paths = (WORK / 'night/pairs').read_text(encoding='utf-8').splitlines()
         grades = collections.Counter((WORK / 'night/grades' / (line.split('\t')[4] + '.grade')).read_text().split('\t')[0]
                                      for line in paths)

@@ -214,7 +214,7 @@ class TreePage {
     if (event.ctrlKey || event.metaKey || event.altKey || event.target.closest?.('input[type=search]')) return;
     const {list} = this;
     const inTable = event.target === list.table;
-    const actions = {j: () => list.step(1), k: () => list.step(-1), '/': () => this.input.focus(),
+    const actions = {j: () => list.step(1), k: () => list.step(-1), '/': () => { this.input.focus(); this.input.select(); },
       '?': () => { this.helpBox.open = !this.helpBox.open; }};
     this.views.forEach((view, i) => { actions[i + 1] = () => this.show(view.id); });
     if (list.row() >= 0 && this.view !== 'signals') actions.x = () => this.ticks.toggle(list.row());
