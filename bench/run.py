@@ -15,12 +15,16 @@ import tempfile
 from dataclasses import dataclass, field
 from typing import Callable, Optional
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "tests", "report"))
+import tree_folder  # noqa: E402
+
 LONG_RUN = 4.0  # seconds
 
 
 @dataclass(frozen=True)
 class Data:
-    """A pair of files that make_punch writes, or a rawfile of make_raw, small ones for a quick check."""
+    """A pair of files that make_punch writes, or a rawfile of make_raw, a folder of the kit with so many pairs, or a
+    history of so many nights; small ones for a quick check."""
 
     kind: str
     size: str
@@ -67,6 +71,10 @@ def microseconds_more(first, second):
     return statistics.median(a - b for a, b in zip(first.seconds, second.seconds)) * 1e6 / first.points
 
 
+def seconds(runs):
+    return statistics.median(runs.seconds)
+
+
 def peak_mib(runs):
     return runs.peak / 2**20
 
@@ -104,6 +112,15 @@ def page_of(data):
 
 def report_failing(data):
     return [*report(data), "-Aonly", "-a", "0"]
+
+
+def tree(data):
+    return ["{report}", "tree", "--quiet", f"{data}.out"]
+
+
+def one_more_night(data):
+    """Adds a run of 20000 pairs, and asks what the page of a tree does."""
+    return ["{history}", f"{data}.history", data.size, "1", "20000"]
 
 
 def tresk_on_pipes(data):
@@ -243,6 +260,8 @@ PASSING = Data("op-values", "1000000", "10000")
 FAILING = Data("op-failing", "1000000", "10000")
 TINY = Data("tiny", "10", "10")
 RAWFILE = Data("rawfile", "200MB", "400kB")
+TREE = Data("tree", "20000", "2000")
+NIGHTS = Data("nights", "365", "3")
 TO_DOUBLES = raw2punch("binary_dbl")
 TO_TEXT = raw2punch("text")
 
@@ -286,6 +305,8 @@ ROWS = (
         "MiB", 9, 10, runs=1, grade=3),
     Row("report-memory", "peak memory of these beyond that of tresk", ((report_failing, TEXT), (tresk_failing, TEXT)),
         peak_mib_more, "MiB more", 32, 64, runs=1, grade=3, other_grade=3),
+    Row("tree", "page, table and test results of a tree of 20000 pairs", ((tree, TREE),), seconds, "s", 1.5, 2, grade=7),
+    Row("tree-memory", "peak memory of these", ((tree, TREE),), peak_mib, "MiB", 100, 200, runs=1, grade=7),
     # Each waveform gets its own copy of the times: twice the bytes come out.
     against(cp, "raw-doubles", "rawfile of 20 variables, 200 MB, to BINARY_DBL, against `cp`", RAWFILE, 3, 5,
             command=TO_DOUBLES),
@@ -295,6 +316,8 @@ ROWS = (
             runs=1, on_request=True),
     memory_a_point("text-2gb-memory", "transient text, 2 x 2 GB", TEXT_2GB, 16, on_request=True),
     memory("floats-2gb-memory", "transient floats, 2 x 2 GB", FLOATS_2GB, on_request=True),
+    Row("history", "a run of 20000 pairs added to a history of 365, and what the page asks", ((one_more_night, NIGHTS),),
+        seconds, "s", 3, 6, runs=3, on_request=True),
     memory("beyond-memory", "floats, 2 x 13 GB, almost all of it holes", FLOATS_13GB, on_request=True),
 )
 
@@ -310,6 +333,7 @@ class Bench:
         self.make_punch = os.path.join(build, "bench", "make_punch")
         self.make_raw = os.path.join(build, "bench", "make_raw")
         self.timed_run = os.path.join(build, "bench", "timed_run")
+        self.history = os.path.join(build, "tests", "report", "tresk_history_driver")  # where tests are built
         self.points = {}  # of one file, by the pair
         for program in self.tresk, self.raw2punch, self.report, self.make_punch, self.make_raw, self.timed_run:
             if not os.access(program, os.X_OK):
@@ -317,9 +341,15 @@ class Bench:
 
     def make(self, data, *options):
         size = data.quick_size if self.quick else data.size
+        if data.kind == "tree":
+            tree_folder.make(f"{data}.out", int(size))
+            self.points[data] = int(size)
+            return
         command = [self.make_punch, data.kind, size, data.golden, data.regress, *options]
         if data.kind == "rawfile":
             command = [self.make_raw, size, "20", data.golden]
+        elif data.kind == "nights":
+            command = ["sh", "-c", f"{self.history} {data}.history 0 {size} 20000 >&2; echo 0"]
         self.points[data] = int(subprocess.run(command, check=True, stdout=subprocess.PIPE).stdout)
 
     def provide(self, wanted):
@@ -334,7 +364,8 @@ class Bench:
 
     def run(self, row, command, grade):
         """Runs a command. Returns its seconds and its peak memory."""
-        programs = {"{tresk}": self.tresk, "{raw2punch}": self.raw2punch, "{report}": self.report}
+        programs = {"{tresk}": self.tresk, "{raw2punch}": self.raw2punch, "{report}": self.report,
+                    "{history}": self.history}
         words = list(command)
         for place, program in programs.items():
             words = [word.replace(place, program) for word in words]
@@ -349,7 +380,8 @@ class Bench:
         self.provide([data for _, data in row.steps])
         for command, data in row.steps:
             PREPARATIONS.get(command, lambda bench, data: None)(self, data)
-        lengths = {name: os.path.getsize(name) for name in os.listdir() if os.path.isfile(name)}
+        lengths = {name: os.path.getsize(name) for name in os.listdir()
+                   if os.path.isfile(name) and ".history" not in name}
         runs = [Runs(self.points[data]) for _, data in row.steps]
         for _ in range(min(row.runs, 3) if self.quick else row.runs):
             for place, (command, data) in enumerate(row.steps):
@@ -371,7 +403,7 @@ class Bench:
 
 def table_line(bench, row):
     for command, data in row.steps:
-        program = command(data)[0]
+        program = command(data)[0].replace("{history}", bench.history)
         if program[0] != "{" and shutil.which(program) is None:
             return f"| {row.name} | {row.measure} | | | skipped: no {program} | |"
     runs = bench.measure(row)

@@ -1,6 +1,7 @@
 // A table of any number of rows, of which those in sight are there. All rows have one height.
 const ROW = 28;
 const BEYOND = 12; // rows above and below those in sight
+const AROUND = 50; // height of the head, frame and scroll bar
 
 const compareSortKeys = (a, b, direction) => {
   if (a === null || b === null) return a === b ? 0 : a === null ? 1 : -1;
@@ -15,7 +16,8 @@ class List {
     this.current = -1; // place in shown
     this.sort = null; // {id, direction}
     this.keys = new Map();
-    this.table = html('table', {class: 'list ' + view.id, role: 'grid', tabindex: '0', 'aria-label': view.title});
+    const dated = view.columns.some(column => column.id === 'since') ? ' dated' : '';
+    this.table = html('table', {class: 'list ' + view.id + dated, role: 'grid', tabindex: '0', 'aria-label': view.title});
     this.table.append(this.makeHead());
     this.body = this.table.appendChild(html('tbody', {}));
     this.box = html('div', {class: 'box'});
@@ -78,8 +80,12 @@ class List {
       else head.removeAttribute('aria-sort');
     });
     this.current = row < 0 ? -1 : this.shown.indexOf(row);
+    this.box.style.height = this.shown.length * ROW + AROUND + 'px'; // up to what the style allows
     this.table.setAttribute('aria-rowcount', String(this.shown.length + 1));
     this.drawn = '';
+    this.draw();
+    if (this.current >= 0) this.scroll();
+    else this.box.scrollTop = 0;
     this.draw();
   }
 
@@ -102,8 +108,9 @@ class List {
   }
 
   draw() {
-    const first = Math.max(0, Math.floor(this.box.scrollTop / ROW) - BEYOND);
-    const end = Math.min(this.shown.length, Math.ceil((this.box.scrollTop + this.box.clientHeight) / ROW) + BEYOND);
+    const top = Math.min(this.box.scrollTop, this.shown.length * ROW); // of more rows than there are now
+    const first = Math.max(0, Math.floor(top / ROW) - BEYOND);
+    const end = Math.min(this.shown.length, Math.ceil((top + this.box.clientHeight) / ROW) + BEYOND);
     const wanted = first + '-' + end + '-' + this.current;
     if (wanted === this.drawn) return;
     this.drawn = wanted;
@@ -134,12 +141,16 @@ class List {
     this.select(this.current);
   }
 
-  reveal() {
+  scroll() {
     const head = this.table.tHead.offsetHeight;
     const top = this.current * ROW;
     const room = this.box.clientHeight - head - ROW;
     if (top < this.box.scrollTop) this.box.scrollTop = top;
     else if (top > this.box.scrollTop + room) this.box.scrollTop = top - room;
+  }
+
+  reveal() {
+    this.scroll();
     this.draw();
     document.getElementById('row-' + this.current)?.scrollIntoView({block: 'nearest'}); // of the window
   }

@@ -13,7 +13,8 @@ class Pairs {
     this.texts = new Array(data.count);
   }
 
-  path(i) { return this.folders[this.folder[i]] + this.name[i]; }
+  folderOf(i) { return this.folders[this.folder[i]]; }
+  path(i) { return this.folderOf(i) + this.name[i]; }
   has(i, flag) { return (this.flags[i] & flag) !== 0; }
   status(i) { return this.words[this.word[7 * i]]; }
   remark(i) { return this.words[this.word[7 * i + 1]]; }

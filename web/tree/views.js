@@ -18,12 +18,16 @@ const gradeColumn = (id, head, grade) => ({id, head, isNumber: false, key: grade
   cell.className = number < 0 ? '' : 'g' + number;
 }});
 
+// Where there is no room for all of a path the folders are cut, not the name.
 const pathColumn = pairs => ({id: 'path', head: 'path', key: i => pairs.path(i), fill: (cell, i) => {
   const page = pairs.page(i);
   cell.title = [pairs.path(i), pairs.remark(i)].join(' ').trim();
-  cell.append(page === null ? pairs.path(i) : link(page, pairs.path(i)));
-  if (pairs.remark(i) !== '') cell.append(' ', html('span', {class: 'hint'}, pairs.remark(i)));
-  if (pairs.has(i, HIDES)) cell.append(' ', html('strong', {class: 'hides', title: 'the grade hides something worse'}, 'hides worse'));
+  const file = page === null ? html('span', {}) : link(page, '');
+  file.append(html('span', {class: 'folder'}, pairs.folderOf(i)), html('span', {class: 'name'}, pairs.name[i]));
+  const box = cell.appendChild(html('div', {class: 'path'}));
+  box.append(file);
+  if (pairs.remark(i) !== '') box.append(html('span', {class: 'hint'}, pairs.remark(i)));
+  if (pairs.has(i, HIDES)) box.append(html('strong', {class: 'hides', title: 'the grade hides something worse'}, 'hides worse'));
 }});
 
 const transcriptColumn = pairs => ({id: 'transcript', head: 'transcript', fill: (cell, i) => {
