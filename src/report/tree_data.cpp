@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "report/signal_courses.h"
 #include "report/text.h"
 #include "report/tree_columns.h"
 #include "report/tree_view.h"
@@ -13,6 +14,8 @@ namespace
 {
 
 constexpr std::size_t kMostSignalBytes = 3U << 20U;
+constexpr std::size_t kMostCourseBytes = 3U << 20U; // of pairs
+constexpr std::size_t kMostGoneBytes = 200U << 10U;
 
 enum Flag : unsigned {
     HAS_REPORT = 1,
@@ -90,22 +93,35 @@ class PairColumns
     JsonColumn raw_;    // paths that are no clean text, in hexadecimal, by the number of the row
 };
 
-// Since when a signal fails: the earliest of its pairs, by analysis and name.
-std::unordered_map<std::string, RunMark> first_runs(const std::vector<PairCourse> &courses)
+// What the errors of a pair or signal were in the recent runs: their product, 0 where it passed, "failed"
+// where no error above 0 was judged, null where nothing is known.
+std::string moments(const Course &course)
 {
-    std::unordered_map<std::string, RunMark> first;
-    for (const PairCourse &pair : courses) {
-        for (const SignalCourse &signal : pair.signals) {
-            if (signal.course.first_bad) {
-                const auto [found, is_new] =
-                    first.emplace(signal.analysis + '\t' + signal.name, *signal.course.first_bad);
-                if (!is_new && signal.course.first_bad->number < found->second.number) {
-                    found->second = *signal.course.first_bad;
-                }
-            }
+    JsonColumn column;
+    for (const Moment &moment : course.recent) {
+        const double product = moment.abs_err.value_or(0.0) * moment.rel_err.value_or(0.0);
+        if (moment.standing == Standing::PASSED) {
+            column.count(0);
+        } else if (moment.standing != Standing::FAILED) {
+            column.json("null");
+        } else if (product == 0.0) {
+            column.text("failed");
+        } else {
+            column.real(product);
         }
     }
-    return first;
+    return column.array();
+}
+
+// [row, first bad run, last good run, flaps, errors] of what the history knows to have failed.
+std::string course_row(std::size_t number, const Course &course)
+{
+    const auto run = [](const std::optional<RunMark> &mark) {
+        return mark ? run_time_text(*mark) : std::string();
+    };
+    JsonColumn row;
+    row.count(static_cast<std::int64_t>(number)).text(run(course.first_bad)).text(run(course.last_good));
+    return row.count(course.flaps).json(moments(course)).array();
 }
 
 // The signals, column by column, with the numbers of the pairs that the page has.
@@ -116,11 +132,12 @@ void write_signals(std::ostream &out, const TreeView &view, std::size_t pairs)
     JsonColumn count;
     JsonColumn rows;
     JsonColumn error;
-    JsonColumn since;
-    const auto first = first_runs(view.courses.pairs);
+    JsonColumn courses;
+    const auto known = courses_of_signals(view.courses);
     std::size_t shown = 0;
     for (const TreeSignal &signal : view.signals) {
-        if (words.words().size() + word.size() + rows.size() + error.size() > kMostSignalBytes) {
+        if (words.words().size() + word.size() + rows.size() + error.size() + courses.size() >
+            kMostSignalBytes) {
             break;
         }
         word.count(words.number_of(signal.analysis)).count(words.number_of(signal.name));
@@ -138,36 +155,19 @@ void write_signals(std::ostream &out, const TreeView &view, std::size_t pairs)
         error.real(signal.abs)
             .real(signal.rel)
             .count(signal.worst < pairs ? static_cast<int>(signal.worst) : -1);
-        const auto run = first.find(signal.analysis + '\t' + signal.name);
-        since.text(run != first.end() && signal.what == "fails" ? run_time_text(run->second) : "");
+        const auto course = known.find(signal_id(signal.analysis, signal.name, signal.what));
+        if (course != known.end()) {
+            courses.json(course_row(shown, course->second));
+        }
         ++shown;
     }
     out << R"("signals":{"count":)" << shown << R"(,"leftOut":)" << view.signals.size() - shown
         << R"(,"words":)" << words.words().array() << R"(,"word":)" << word.array() << R"(,"pairs":)"
-        << count.array() << R"(,"rows":)" << rows.array() << R"(,"error":)" << error.array() << R"(,"since":)"
-        << since.array() << '}';
+        << count.array() << R"(,"rows":)" << rows.array() << R"(,"error":)" << error.array()
+        << R"(,"courses":)" << courses.array() << '}';
 }
 
-// What the errors of a pair were in the recent runs: their product, 0 where it passed, "failed" where no
-// error was judged, null where nothing is known.
-std::string moments(const Course &course)
-{
-    JsonColumn column;
-    for (const Moment &moment : course.recent) {
-        if (moment.standing == Standing::PASSED) {
-            column.count(0);
-        } else if (moment.standing != Standing::FAILED) {
-            column.json("null");
-        } else if (moment.abs_err && moment.rel_err) {
-            column.real(*moment.abs_err * *moment.rel_err);
-        } else {
-            column.text("failed");
-        }
-    }
-    return column.array();
-}
-
-// [row, first bad run, last good run, flaps, errors] of pairs that the history knows to have failed.
+// The courses of pairs that the history knows to have failed.
 void write_courses(std::ostream &out, const TreeView &view, std::size_t pairs)
 {
     std::unordered_map<std::string_view, const PairCourse *> known;
@@ -175,33 +175,32 @@ void write_courses(std::ostream &out, const TreeView &view, std::size_t pairs)
         known.emplace(course.path, &course);
     }
     JsonColumn courses;
+    std::size_t left_out = 0;
     for (std::size_t i = 0; i < pairs && !known.empty(); ++i) {
         const auto found = known.find(view.run.pairs[i].path);
         if (found == known.end()) {
             continue;
         }
-        const Course &course = found->second->course;
-        const auto run = [](const std::optional<RunMark> &mark) {
-            return mark ? run_time_text(*mark) : std::string();
-        };
-        JsonColumn row;
-        row.count(static_cast<std::int64_t>(i)).text(run(course.first_bad)).text(run(course.last_good));
-        row.count(course.flaps).json(moments(course));
-        courses.json(row.array());
+        if (courses.size() < kMostCourseBytes) {
+            courses.json(course_row(i, found->second->course));
+        } else {
+            ++left_out;
+        }
     }
     JsonColumn runs;
     for (const RunMark &run : view.courses.runs) {
         runs.text(run_time_text(run));
     }
     out << R"("runs":)" << runs.array() << R"(,"flapping":)" << kFlapping << R"(,"courses":)"
-        << courses.array();
+        << courses.array() << R"(,"coursesLeftOut":)" << left_out;
 }
 
 void write_gone(std::ostream &out, const TreeView &view)
 {
     constexpr std::size_t kMost = 1000;
     JsonColumn gone;
-    for (std::size_t i = 0; i < std::min(kMost, view.changes.gone.size()); ++i) {
+    for (std::size_t i = 0; i < std::min(kMost, view.changes.gone.size()) && gone.size() < kMostGoneBytes;
+         ++i) {
         const TreePair &pair = view.changes.gone[i];
         gone.json(JsonColumn().count(pair.grade).text(pair.path).array());
     }

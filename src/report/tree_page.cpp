@@ -15,7 +15,7 @@ namespace report
 namespace
 {
 
-constexpr std::size_t kMostDataBytes = 12U << 20U; // of pairs
+constexpr std::size_t kMostDataBytes = 11U << 20U; // of pairs
 constexpr std::size_t kMostTableBytes = 2U << 20U; // of a table
 constexpr std::size_t kMostPlainPairs = 2000;      // that do not pass, of the table without script
 constexpr std::size_t kMostPlainSignals = 200;

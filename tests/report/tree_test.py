@@ -144,11 +144,13 @@ class Page(unittest.TestCase):
         rows, drawn = self.shown()
         self.assertEqual(rows, list(range(303)))
         self.assertLess(drawn, 60)
+        self.run_script('page.list.box.scrollTop = 1e6')
         self.type('/', 'PLL v(out)')
         expected = self.run_script('''
             return page.list.view.rows.filter(i => /pll/i.test(page.pairs.text(i)) && page.pairs.text(i).includes('v(out)'))''')
         self.assertEqual(self.shown()[0], expected)
         self.assertTrue(0 < len(expected) < 60)
+        self.assertGreater(self.shown()[1], 0)
         self.type(Keys.ESCAPE)
         self.run_script('page.boxes.forEach((box, i) => { if (page.gradesThere[i] !== 3) box.input.click(); })')
         self.assertEqual(len(self.shown()[0]), 93)
@@ -181,7 +183,12 @@ class Page(unittest.TestCase):
             self.assertEqual(change == 'mended', now == 0)
             self.assertEqual(change == 'new', before <= 0 and now > 0)
             self.assertEqual((fails, runs), (now > 0, 2))
+        now_and_then = self.run_script('return page.courses.runs')
         self.assertEqual({change for _, _, change, _, _ in found}, {'new', 'worse', 'still', 'better', 'mended'})
+        signals = self.run_script('return page.signals.names.map((_, i) => [page.signals.what(i), page.signalCourses.get(i)])')
+        self.assertEqual({what for what, _ in signals}, {'fails', 'signal missing in regression'})
+        for _, course in signals:
+            self.assertEqual(bool(course['lastGood']), course['moments'][0] == 0 and course['firstBad'] == now_and_then[1])
         self.open('night', '#view=missing')
         self.assertEqual(len(self.shown()[0]), 3)
 

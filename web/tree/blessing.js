@@ -54,9 +54,10 @@ class Ticks {
   changed() {
     const word = i => shellWord(this.pairs.path(i), this.pairs.bytes.get(i));
     const rows = Array.from(this.rows).sort((a, b) => a - b);
+    const end = rows.some(i => this.pairs.path(i).startsWith('-')) ? ['--'] : []; // of the options
     this.panel.hidden = rows.length === 0;
     this.count.textContent = `${rows.length} ticked. Looked at, and right as they are? This shows what would become the new golden:`;
-    this.command.textContent = ['tresk-report bless --reason', "'...'", shellWord(this.out), ...rows.map(word)].join(' ');
+    this.command.textContent = ['tresk-report bless --reason', "'...'", shellWord(this.out), ...end, ...rows.map(word)].join(' ');
     this.onChange();
   }
 }

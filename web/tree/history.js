@@ -31,10 +31,10 @@ const errorLine = (moments, runs) => {
 };
 
 class Courses {
-  constructor(data) {
+  constructor(data, courses) {
     this.runs = data.runs;
     this.flapping = data.flapping;
-    this.rows = new Map(data.courses.map(([row, firstBad, lastGood, flaps, moments]) =>
+    this.rows = new Map(courses.map(([row, firstBad, lastGood, flaps, moments]) =>
       [row, {firstBad, lastGood, flaps, moments}]));
   }
 

@@ -10,10 +10,11 @@ class TreePage {
     [this.out, this.golden, this.regression, this.options] = data.texts;
     this.pairs = new Pairs(data.pairs);
     this.signals = new Signals(data.signals);
-    this.courses = new Courses(data);
+    this.courses = new Courses(data, data.courses);
+    this.signalCourses = new Courses(data, data.signals.courses);
     this.ticks = new Ticks(this.pairs, this.out);
     this.ticks.onChange = () => this.redraw();
-    this.views = makeViews(data, this.pairs, this.signals, this.courses, this.ticks);
+    this.views = makeViews(data, this.pairs, this.signals, this.courses, this.signalCourses, this.ticks);
     this.lists = new Map(this.views.map(view => [view.id, new List(view, () => this.changed())]));
     this.gradesThere = GRADES.map((_, grade) => grade).filter(grade => this.pairs.grade.includes(grade));
     this.makeControls();
@@ -21,7 +22,7 @@ class TreePage {
     this.area = html('div', {class: 'area'});
     document.documentElement.classList.add('scripted');
     addEventListener('DOMContentLoaded', () => document.getElementById('plain').remove());
-    document.getElementById('app').append(this.help(), this.controls, this.area, this.foot(), ...this.gone(data));
+    document.getElementById('app').append(...this.leftOut(data), this.help(), this.controls, this.area, this.foot(), ...this.gone(data));
     addEventListener('hashchange', () => this.follow());
     addEventListener('resize', () => this.list.draw());
     addEventListener('keydown', event => this.key(event));
@@ -95,6 +96,13 @@ class TreePage {
     const foot = html('div', {class: 'foot'});
     foot.append(this.detail, this.ticks.panel);
     return foot;
+  }
+
+  // Of what the script shows, beside the pairs, of which the program speaks.
+  leftOut(data) {
+    const parts = [[data.signals.leftOut, 'signals'], [data.coursesLeftOut, 'courses of pairs over the runs']];
+    return parts.filter(([count]) => count !== 0)
+      .map(([count, what]) => html('p', {class: 'aloud'}, `This page leaves out ${count} ${what}.`));
   }
 
   gone(data) {
@@ -179,19 +187,25 @@ class TreePage {
     this.changed(false);
   }
 
-  // What makes a report of the pair, or what the signal is in.
+  // What is known of the row; of a pair also what makes its report.
   describe() {
     const row = this.list.row();
-    const isPair = row >= 0 && this.view !== 'signals';
-    this.detail.hidden = !isPair;
-    if (!isPair) return;
+    const isPair = this.view !== 'signals';
+    const course = row < 0 ? '' : (isPair ? this.courses : this.signalCourses).sentence(row);
+    this.detail.hidden = row < 0 || (!isPair && course === '');
+    if (this.detail.hidden) return;
+    this.command.parentElement.hidden = !isPair;
+    if (isPair) this.describePair(row, course);
+    else this.about.textContent = `${[this.signals.name(row), this.signals.analysis(row), this.signals.what(row)].join(' ')}. ${course}`;
+  }
+
+  describePair(row, course) {
     const {pairs} = this;
     const parts = [`${GRADES[pairs.grade[row]]} ${pairs.path(row)}`, pairs.remark(row),
       pairs.status(row) === '-' ? '' : `exit status ${pairs.status(row)}`, pairs.options(row) && `options ${pairs.options(row)}`];
-    this.about.textContent = parts.filter(Boolean).join(', ') + '. ' + this.courses.sentence(row);
-    const missing = pairs.has(row, LACKS_GOLDEN | LACKS_REGRESSION);
-    this.command.parentElement.hidden = missing;
-    if (missing) return;
+    this.about.textContent = parts.filter(Boolean).join(', ') + '. ' + course;
+    this.command.parentElement.hidden = pairs.has(row, LACKS_GOLDEN | LACKS_REGRESSION);
+    if (this.command.parentElement.hidden) return;
     const bytes = pairs.bytes.get(row);
     const file = (tree, suffix) => shellWord(tree) + '/' + shellWord(pairs.path(row), bytes) + suffix;
     this.command.textContent = ['tresk-report pair --out', file(this.out + '/report', ''), this.options, pairs.options(row),

@@ -61,7 +61,7 @@ const historyColumns = courses => courses.runs.length === 0 ? [] : [
 
 const filtered = (count, holds) => Array.from({length: count}, (_, i) => i).filter(holds);
 
-const makeViews = (data, pairs, signals, courses, ticks) => {
+const makeViews = (data, pairs, signals, courses, signalCourses, ticks) => {
   const seconds = numberColumn('seconds', 's', i => pairs.seconds(i), plainText);
   const views = [{
     id: 'pairs', title: 'Pairs', rows: filtered(pairs.count, () => true), data: pairs, hasGrades: true,
@@ -78,7 +78,7 @@ const makeViews = (data, pairs, signals, courses, ticks) => {
     textColumn('what', 'what', i => signals.what(i) + (signals.isJudged(i) ? '' : ' (not judged)')),
     numberColumn('pairs', 'pairs', i => signals.pairs[i], plainText),
     numberColumn('abs', 'worst abs', i => signals.abs(i)), numberColumn('rel', 'worst rel', i => signals.rel(i)),
-    ...(courses.runs.length === 0 ? [] : [textColumn('since', 'fails since', i => signals.since[i])]),
+    ...historyColumns(signalCourses),
     {id: 'path', head: 'worst in', key: i => (signals.worst(i) < 0 ? null : pairs.path(signals.worst(i))), fill: (cell, i) => {
       const worst = signals.worst(i);
       if (worst >= 0) pathColumn(pairs).fill(cell, worst);
