@@ -39,7 +39,8 @@ RunPair history_pair(const TreePair &pair, const TreeFindings &found)
     RunPair kept;
     kept.path = pair.path;
     kept.grade = pair.grade;
-    kept.has_findings = pair.has_report;
+    // A comparison that died or had nothing to compare found nothing, which does not mean that signals pass.
+    kept.has_findings = pair.has_report && pair.grade < kNoGrade;
     for (const TreeFinding &finding : found.findings) {
         if (finding.is_judged) {
             kept.findings.push_back({finding.key, finding.analysis, finding.name, finding.abs, finding.rel});

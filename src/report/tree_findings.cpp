@@ -75,12 +75,17 @@ bool add_finding(std::string_view line, std::vector<TreeFinding> &findings)
     return true;
 }
 
-bool hides_something(std::string_view head)
+// What stands before the findings; null where that is another kind of file.
+Json head_of(std::string_view line)
 {
-    const Json whole = Json::parse(std::string(head.substr(0, head.rfind(','))) + '}', nullptr, false);
-    const auto result = whole.find("result");
-    return whole.is_object() && result != whole.end() && result->is_object() &&
-           !result->value("hidden", Json::array()).empty();
+    Json head = Json::parse(std::string(line.substr(0, line.rfind(','))) + '}', nullptr, false);
+    return head.is_object() && text_of(head, "schema") == "tresk-result/1" ? head : Json();
+}
+
+bool hides_something(const Json &head)
+{
+    const auto result = head.find("result");
+    return result != head.end() && result->is_object() && !result->value("hidden", Json::array()).empty();
 }
 
 // Of a finding or a signal.
@@ -95,12 +100,14 @@ template <typename Erring> double product_of(const Erring &erring)
 TreeFindings read_findings(const std::string &path, std::size_t most_bytes)
 {
     TreeFindings found;
-    const auto text = read_text(path, most_bytes);
-    if (!text) {
+    const std::string text = read_text(path, most_bytes).value_or("");
+    std::string_view rest = text;
+    const Json head = head_of(take_field(rest, '\n'));
+    if (head.is_null()) {
+        found.is_cut = true;
         return found;
     }
-    std::string_view rest = *text;
-    found.hides = hides_something(take_field(rest, '\n'));
+    found.hides = hides_something(head);
     take_field(rest, '\n'); // "findings":[
     for (const std::string_view line : lines_of(rest)) {
         found.is_cut = !add_finding(line, found.findings); // of the last line

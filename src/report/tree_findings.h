@@ -32,8 +32,8 @@ struct TreeFindings {
     bool is_cut = false;               // there are more than were read
 };
 
-// The findings in a result.json; none where there is no such file. Of a large one the first bytes, at most so
-// many.
+// The findings in a result.json. Of a large one the first bytes, at most so many. Where there is no such
+// file, or one of a later schema, it has none and is cut.
 TreeFindings read_findings(const std::string &path, std::size_t most_bytes);
 
 // "V(OUT) TR fails: abs 1e-09, rel 0.02" as one line of plain text, to be escaped.

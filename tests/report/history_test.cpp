@@ -2,7 +2,7 @@
 #include "../test_support.h"
 #include "report/history.h"
 #include "report/history_table.h"
-#include "report/run_findings.h"
+#include "report/signal_courses.h"
 
 #include <cmath>
 #include <filesystem>
@@ -165,33 +165,27 @@ TEST(History, SurvivesDamage)
     std::filesystem::remove_all(folder);
 }
 
-TEST(RunFindings, AreThoseJudged)
+TEST(History, JoinsTheCoursesOfASignal)
 {
-    const auto read = [](const std::string &json, RunPair &pair) {
-        std::istringstream stream(json);
-        return read_run_findings(stream, pair);
+    const auto course = [](const std::string &line, RunMark bad, std::optional<RunMark> good) {
+        Course made{bad, good, {}, 0};
+        for (const char letter : line) {
+            made.recent.push_back({static_cast<Standing>(std::string("-?.x").find(letter)), {}, {}});
+        }
+        return made;
     };
-    const std::string head =
-        R"({"schema":"tresk-result/1","counts":{"findings":[{"key":"no"}]},"truncated":)";
-    const std::string list =
-        R"(,"findings":[{"key":"a","judged":true,"abs":"nan","rel":"-inf","place":{"rerun":1}},
-        {"key":"b","judged":false},{"judged":true},{"key":"c","name":"N","analysis":"TR","abs":2,"judged":true}]})";
-    RunPair pair;
-    ASSERT_TRUE(read(head + "0" + list, pair));
-    ASSERT_EQ(pair.findings.size(), 2U);
-    EXPECT_TRUE(pair.has_findings && pair.finding_count == 2);
-    EXPECT_TRUE(std::isnan(*pair.findings[0].abs_err));
-    EXPECT_EQ(pair.findings[0].rel_err, -kInf);
-    EXPECT_EQ(pair.findings[1].name + pair.findings[1].analysis, "NTR");
-    EXPECT_EQ(pair.findings[1].abs_err, 2.0);
-    EXPECT_EQ(pair.findings[1].rel_err, std::nullopt);
-    ASSERT_TRUE(read(head + "7" + list, pair));
-    EXPECT_EQ(pair.finding_count, 3); // more than those here
-    for (const std::string &bad : {""s, "[]"s, head, R"({"schema":"tresk-result/2"})"s,
-                                   replaced(head, "1", "2") + "0" + list, std::string(100000, '[')}) {
-        EXPECT_FALSE(read(bad, pair)) << bad.substr(0, 80);
-    }
-    EXPECT_EQ(pair.findings.size(), 2U);
+    const RunMark runs[] = {{1, kDay}, {2, 2 * kDay}, {3, 3 * kDay}, {4, 4 * kDay}};
+    const auto joined = [&](const std::string &a, int bad_a, const std::string &b, int bad_b) {
+        const SignalCourse first{"-/TR/missing signal in golden/S", "TR", "S", course(a, runs[bad_a], {})};
+        const SignalCourse second{"r1m0/TR/missing signal in golden/S", "TR", "S",
+                                  course(b, runs[bad_b], runs[0])};
+        const Courses courses{{runs, runs + 4}, {{"p", 2, {}, {first}}, {"q", 2, {}, {second}}}};
+        const Course found = courses_of_signals(courses).at(signal_id("TR", "S", "signal missing in golden"));
+        return line_of(found) + ' ' + text_of(found);
+    };
+    EXPECT_EQ(joined("..xx", 2, ".?.x", 3), ".?xx 3,1,0"); // in run 2 it may have failed
+    EXPECT_EQ(joined("x..x", 3, ".xxx", 1), "xxxx 1,-,0"); // by turns
+    EXPECT_EQ(joined("---x", 3, "..-x", 3), "..-x 4,2,0");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 import collections
 import csv
 import json
+import os
 import pathlib
 import re
 import shutil
@@ -74,6 +75,19 @@ class Files(unittest.TestCase):
         (WORK / 'stale/pairs').write_text(text)
         self.assertEqual(tree('stale', '--quiet')[0], 6)
         self.assertIn('(not run)', (WORK / 'stale/report/tree.csv').read_text())
+
+    def test_a_history_knows_nothing_of_what_died(self):
+        path = tree_folder.name(0, False)
+        tree_folder.make(WORK / 'died', 1, 1.0, 3)
+        tree('died', '--history', 'died.db')
+        grade = WORK / 'died/grades' / (path + '.grade')
+        tree_folder.write(grade, re.sub('^FAIL_[A-Z]*', 'NO_GRADE', grade.read_text()))
+        tree_folder.write_report(WORK / 'died/report' / path, 6, [])
+        os.utime(WORK / 'died/pairs', (0, 0))
+        self.assertEqual(tree('died', '--history', 'died.db')[0], 6)
+        lines = subprocess.run([PROGRAM, 'history', WORK / 'died.db'], capture_output=True, text=True, check=True).stdout.splitlines()
+        self.assertRegex(lines[3], '^NO_GRADE .* 2 +0  ')
+        self.assertRegex(lines[4], '^[?] .*  [^ ][?]  ')
 
     def check_junit(self, out):
         path = WORK / out / 'report/junit.xml'
