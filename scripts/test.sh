@@ -12,5 +12,6 @@ scripts/setup.sh googletest cli11 json libcrypto pugixml sqlite jsonschema junit
 cmake -S . -B "$build" -DTRESK_BUILD_TESTS=ON -DTRESK_WERROR=$werror "$@"
 cmake --build "$build" --parallel "$jobs"
 cd "$build"
-ctest --output-on-failure --no-tests=error --no-label-summary --parallel "$jobs"
+# Many tests wait for processes and pages.
+ctest --output-on-failure --no-tests=error --no-label-summary --parallel $((2 * jobs))
 sed -n 's/^skipped: /Skipped: /p' Testing/Temporary/LastTest.log
