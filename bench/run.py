@@ -173,7 +173,12 @@ def cp(data):
 
 
 def copy_golden(_, data):
-    shutil.copy(data.golden, f"{data}.copy")
+    """Makes all three files alike: one that was written at once is read from memory in a quarter of the time."""
+    copy = f"{data}.copy"
+    for name in data.golden, data.regress:
+        shutil.copy(name, copy)
+        os.replace(copy, name)
+    shutil.copy(data.golden, copy)
 
 
 def import_arrays(bench, data):
